@@ -1,0 +1,99 @@
+#include "orvane/model/CDataSourcesColumn.h"
+
+#include "orvane/host/IField.h"
+
+namespace Orvane {
+
+qint32 CDataSourcesColumn::Field_Id() const { return m_field ? m_field->Field_Id() : 0; }
+
+QString CDataSourcesColumn::Field_Name() const { return m_field ? m_field->Field_Name() : QString(); }
+
+void CDataSourcesColumn::setFieldAdded(bool value)
+{
+    m_fieldAdded = value;
+    if (value) {
+        m_fieldDirty = false;
+        m_dirty = true;
+    }
+}
+
+void CDataSourcesColumn::setFieldDirty(bool value)
+{
+    m_fieldDirty = value;
+    if (value) {
+        m_dirty = true;
+        m_fieldAdded = false;
+    }
+}
+
+void CDataSourcesColumn::setColumnDeleted(bool value)
+{
+    m_columnDeleted = value;
+    if (value)
+        m_dirty = false;
+}
+
+void CDataSourcesColumn::setDirty(bool value)
+{
+    m_dirty = value;
+    if (value)
+        m_columnDeleted = false;
+}
+
+void CDataSourcesColumn::setKeyDeleted(bool value)
+{
+    m_keyDeleted = value;
+    if (value) {
+        m_dirty = true;
+        m_keyDirty = false;
+        m_keyAdded = false;
+    }
+}
+
+void CDataSourcesColumn::setKeyDirty(bool value)
+{
+    m_keyDirty = value;
+    if (value) {
+        m_dirty = true;
+        m_keyDeleted = false;
+        m_keyAdded = false;
+    }
+}
+
+void CDataSourcesColumn::setKeyAdded(bool value)
+{
+    m_keyAdded = value;
+    if (value) {
+        m_dirty = true;
+        m_keyDirty = false;
+        m_keyDeleted = false;
+    }
+}
+
+std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const
+{
+    auto copy = std::make_shared<CDataSourcesColumn>();
+    copy->setColumn_Id(m_columnId);
+    copy->setColumn_Name(m_columnName);
+    copy->setColumn_Type(m_columnType);
+    copy->setColumnDeleted(m_columnDeleted);
+    copy->setDirty(m_dirty);
+    copy->setField(m_field);
+    copy->setFieldAdded(m_fieldAdded);
+    copy->setFieldDirty(m_fieldDirty);
+    copy->setKey_Ordinal(m_keyOrdinal);
+    copy->setKeyAdded(m_keyAdded);
+    copy->setKeyDeleted(m_keyDeleted);
+    copy->setKeyDirty(m_keyDirty);
+    copy->setKeyEntity(m_keyEntity);
+    copy->setKeyEntity_Label(m_keyEntityLabel);
+    copy->setKeyEntity_Id(m_keyEntityId);
+    copy->setKeyFld_Id(m_keyFldId);
+    copy->setKeyFld_Name(m_keyFldName);
+    copy->setPK_Id(m_pkId);
+    copy->setPosition(m_position);
+    copy->setIsTimeStamp(m_isTimeStamp);
+    return copy;
+}
+
+} // namespace Orvane

@@ -1,0 +1,210 @@
+#include "orvane/model/CDataSourcesColumns.h"
+
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IField.h"
+#include "orvane/host/IFieldInfoService.h"
+#include "orvane/host/IQueryService.h"
+#include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/MSQL.h"
+
+#include <QStringList>
+#include <algorithm>
+
+namespace Orvane {
+
+namespace {
+
+constexpr qint32 MaxPosition = 500;
+
+} // namespace
+
+CDataSourcesColumns::CDataSourcesColumns() = default;
+
+CDataSourcesColumns::~CDataSourcesColumns() { Clear(); }
+
+QString CDataSourcesColumns::keyOf(const QString& name) { return name.trimmed().toCaseFolded(); }
+
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::TSColumn() const
+{
+    const auto found = std::find_if(m_items.begin(), m_items.end(),
+                                    [](const ColumnPtr& c) { return c->IsTimeStamp(); });
+    return found == m_items.end() ? nullptr : *found;
+}
+
+qint32 CDataSourcesColumns::FirstFreePosition() const
+{
+    for (qint32 position = 1; position <= MaxPosition; ++position) {
+        if (!PositionInUse(position, QString()))
+            return position;
+    }
+    return MaxPosition + 1;
+}
+
+bool CDataSourcesColumns::PositionInUse(qint32 ord, const QString& dsName) const
+{
+    return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
+        return c->Position() == ord && c->Column_Name() != dsName;
+    });
+}
+
+bool CDataSourcesColumns::OrdInUse(qint32 ord) const
+{
+    return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
+        return !c->ColumnDeleted() && c->Key_Ordinal() == ord;
+    });
+}
+
+qint32 CDataSourcesColumns::ActiveColumns() const
+{
+    return static_cast<qint32>(std::count_if(m_items.begin(), m_items.end(),
+                                              [](const ColumnPtr& c) { return !c->ColumnDeleted(); }));
+}
+
+qint32 CDataSourcesColumns::BiggestOrdinal() const
+{
+    qint32 biggest = 0;
+    for (const auto& column : m_items)
+        biggest = std::max(biggest, column->Key_Ordinal());
+    return biggest;
+}
+
+bool CDataSourcesColumns::KeyExists(qint32 lKey) const
+{
+    if (lKey <= 0)
+        return false;
+    return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
+        return c->Is_Key() && c->Key_Ordinal() == lKey;
+    });
+}
+
+void CDataSourcesColumns::LoadColumns(qint32 EDS_Id)
+{
+    if (EDS_Id <= 0)
+        return;
+    IQueryService& query = HostRegistry::Query();
+    const auto rst = query.OpenRecordset(MSQL::ColumnQuery(EDS_Id), 60);
+    if (!rst)
+        return;
+
+    // All mapped fields are resolved with one lookup of the dictionary.
+    QStringList ids;
+    for (; !rst->Eof(); rst->MoveNext())
+        ids << QString::number(query.ValueAsLong(rst->Value(QStringLiteral("Field_Id"))));
+    const auto fields = HostRegistry::FieldInfo().FieldsByIds(ids.join(QLatin1Char(',')));
+    if (!ids.isEmpty())
+        rst->MoveFirst();
+
+    const auto text = [&](const char* name) { return rst->Value(QLatin1String(name)).toString(); };
+    const auto integer = [&](const char* name) {
+        return query.ValueAsLong(rst->Value(QLatin1String(name)));
+    };
+    for (; !rst->Eof(); rst->MoveNext()) {
+        const ColumnPtr column = Add(text("col_name"));
+        column->setColumn_Id(integer("col_id"));
+        column->setColumn_Type(text("col_type"));
+        column->setPosition(integer("col_position"));
+        column->setField(fields.value(QString::number(integer("Field_Id"))));
+        column->setPK_Id(integer("PK_Id"));
+        column->setKeyFld_Id(integer("pkfld_id"));
+        column->setKey_Ordinal(integer("Ordinal"));
+        column->setKeyEntity_Id(integer("pkentity_id"));
+        column->setKeyFld_Name(text("pkfld_name"));
+        column->setKeyEntity(text("pkentity_name"));
+        column->setKeyEntity_Label(text("pkentity_label"));
+        column->setIsTimeStamp(query.ValueAsBoolean(rst->Value(QStringLiteral("TimeStamp"))));
+        if (MSQL::HasEditorPosition())
+            column->setColPosition(integer("editor_position"));
+    }
+    m_edsId = EDS_Id;
+}
+
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Add(const QString& name)
+{
+    const QString trimmed = name.trimmed();
+    ColumnPtr column = Item(trimmed);
+    if (!column && name == QLatin1String("Time Stamp"))
+        column = TSColumn();
+    if (!column) {
+        column = std::make_shared<CDataSourcesColumn>();
+        column->setColumn_Name(trimmed);
+        append(trimmed, column);
+    }
+    return column;
+}
+
+bool CDataSourcesColumns::AddItem(const CDataSourcesColumn& dsc)
+{
+    const ColumnPtr stored = Item(dsc.Column_Name());
+    if (!stored) {
+        ColumnPtr copy = dsc.Clone();
+        const QString key = copy->Column_Name();
+        append(key, std::move(copy));
+        return true;
+    }
+    stored->setColumn_Id(dsc.Column_Id());
+    stored->setColumn_Type(dsc.Column_Type());
+    stored->setPosition(dsc.Position());
+    stored->setField(dsc.Field());
+    stored->setPK_Id(dsc.PK_Id());
+    stored->setKeyFld_Id(dsc.KeyFld_Id());
+    stored->setKey_Ordinal(dsc.Key_Ordinal());
+    stored->setKeyEntity_Id(dsc.KeyEntity_Id());
+    stored->setKeyFld_Name(dsc.KeyFld_Name());
+    stored->setKeyEntity(dsc.KeyEntity());
+    stored->setKeyEntity_Label(dsc.KeyEntity_Label());
+    stored->setColPosition(dsc.ColPosition());
+    return true;
+}
+
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(const QString& key) const
+{
+    return m_byKey.value(keyOf(key));
+}
+
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(qint32 index) const
+{
+    if (index < 1 || index > Count())
+        return nullptr;
+    return m_items[static_cast<std::size_t>(index - 1)];
+}
+
+void CDataSourcesColumns::Remove(const QString& key)
+{
+    const QString folded = keyOf(key);
+    const auto found = std::find(m_keys.begin(), m_keys.end(), folded);
+    if (found == m_keys.end())
+        throw Error(QStringLiteral("There is no column named \"%1\".").arg(key));
+    removeAt(static_cast<std::size_t>(found - m_keys.begin()));
+}
+
+void CDataSourcesColumns::Remove(qint32 index)
+{
+    if (index < 1 || index > Count())
+        throw Error(QStringLiteral("There is no column number %1.").arg(index));
+    removeAt(static_cast<std::size_t>(index - 1));
+}
+
+void CDataSourcesColumns::Clear()
+{
+    while (!m_items.empty())
+        removeAt(0);
+}
+
+void CDataSourcesColumns::append(const QString& key, ColumnPtr column)
+{
+    const QString folded = keyOf(key);
+    m_byKey.insert(folded, column);
+    m_keys.push_back(folded);
+    m_items.push_back(std::move(column));
+}
+
+void CDataSourcesColumns::removeAt(std::size_t index)
+{
+    m_byKey.remove(m_keys[index]);
+    m_keys.erase(m_keys.begin() + static_cast<std::ptrdiff_t>(index));
+    m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(index));
+}
+
+} // namespace Orvane

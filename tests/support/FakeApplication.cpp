@@ -1,0 +1,46 @@
+#include "tests/support/FakeApplication.h"
+
+#include <QDialog>
+
+namespace Orvane::Testing {
+
+void FakeApplication::setMousePointer(qint32 value)
+{
+    pointer = value;
+    pointerHistory << value;
+}
+
+MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
+                                     const QString& title)
+{
+    msgBoxes.append({prompt, buttons, icon, title});
+    if (!msgBoxAnswers.empty()) {
+        const MsgBoxResult answer = msgBoxAnswers.front();
+        msgBoxAnswers.pop_front();
+        return answer;
+    }
+    return buttons == MsgBoxButtons::YesNo ? MsgBoxResult::Yes : MsgBoxResult::OK;
+}
+
+QString FakeApplication::InputBox(const QString& prompt, const QString& title, const QString&)
+{
+    inputBoxes.append({prompt, title});
+    if (inputAnswers.empty())
+        return QString();
+    QString answer = inputAnswers.front();
+    inputAnswers.pop_front();
+    return answer;
+}
+
+int FakeApplication::ShowModal(QDialog& dialog)
+{
+    modalShown << dialog.objectName();
+    if (modalHandlers.empty())
+        return QDialog::Rejected;
+    std::function<int(QDialog&)> handler = modalHandlers.front();
+    if (modalHandlers.size() > 1)
+        modalHandlers.pop_front();
+    return handler(dialog);
+}
+
+} // namespace Orvane::Testing

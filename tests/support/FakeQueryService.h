@@ -1,0 +1,58 @@
+#pragma once
+
+#include "orvane/host/IQueryService.h"
+#include "tests/support/FakeRecordset.h"
+
+#include <QHash>
+#include <QStringList>
+#include <functional>
+
+namespace Orvane::Testing {
+
+// A query service that records every statement, sequence request and procedure call in order,
+// and answers SELECTs from scripted tables.
+//
+// The log reads "OPEN <sql>", "EXEC <sql>", "SEQ <name>" and "CALL <name>(<type>:<value>, ...)".
+class FakeQueryService : public IQueryService {
+public:
+    // The first script whose fragment the statement contains answers it; unscripted SELECTs get
+    // an empty recordset.
+    void Answer(const QString& fragment, QList<Row> rows);
+    // Makes OPEN/EXEC of a statement containing the fragment throw Orvane::Error.
+    void FailOn(const QString& fragment, const QString& message = QStringLiteral("ORA-00942"));
+
+    bool editorPosition = true;
+    qint32 colNameWidth = 40;
+    qint32 nextSequenceValue = 100;
+    // What CallProcedure returns for each procedure name; null when not set.
+    QHash<QString, QVariant> procedureResults;
+
+    QStringList log;
+    QList<QList<ProcedureParameter>> procedureParameters; // one entry per CALL, in order
+    QStringList executed() const; // only the EXEC statements
+    void clearLog();
+
+    std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,
+                                              qint32 timeoutSeconds = 60) override;
+    void ExecuteStatement(const QString& statement) override;
+    qint32 NextSequenceValue(const QString& sequence) override;
+    QVariant CallProcedure(const QString& procedure,
+                           const QList<ProcedureParameter>& parameters) override;
+    QString BuildSetList(const QList<SetPair>& pairs) override;
+    QString BuildValueList(const QVariantList& values) override;
+    QString FormatLiteral(const QVariant& value) override;
+    qint32 ValueAsLong(const QVariant& value) override;
+    bool ValueAsBoolean(const QVariant& value) override;
+    bool ColumnExists(const QString& table, const QString& column) override;
+    qint32 ColumnWidth(const QString& table, const QString& column) override;
+
+    qint32 lastTimeout = 0;
+
+private:
+    void failIfScripted(const QString& statement) const;
+
+    QList<std::pair<QString, QList<Row>>> m_answers;
+    QList<std::pair<QString, QString>> m_failures;
+};
+
+} // namespace Orvane::Testing
