@@ -6,14 +6,12 @@ namespace Orvane {
 
 namespace {
 
-HostComponents& installed()
-{
+HostComponents& installed() {
     static HostComponents components;
     return components;
 }
 
-template <typename T> T& require(const std::shared_ptr<T>& component, const char* role)
-{
+template <typename T> T& require(const std::shared_ptr<T>& component, const char* role) {
     if (!component)
         throw Error(QStringLiteral("The host has not installed its %1.").arg(QLatin1String(role)));
     return *component;
@@ -21,23 +19,36 @@ template <typename T> T& require(const std::shared_ptr<T>& component, const char
 
 } // namespace
 
-void HostRegistry::Install(HostComponents components) { installed() = std::move(components); }
+void HostRegistry::Install(HostComponents components) {
+    installed() = std::move(components);
+}
 
-void HostRegistry::Uninstall() { installed() = HostComponents(); }
+void HostRegistry::Uninstall() {
+    installed() = HostComponents();
+}
 
-bool HostRegistry::HasQuery() { return installed().query != nullptr; }
+bool HostRegistry::HasQuery() {
+    return installed().query != nullptr;
+}
 
-IQueryService& HostRegistry::Query() { return require(installed().query, "query service"); }
+IQueryService& HostRegistry::Query() {
+    return require(installed().query, "query service");
+}
 
-std::shared_ptr<IQueryService> HostRegistry::QueryInstance() { return installed().query; }
+std::shared_ptr<IQueryService> HostRegistry::QueryInstance() {
+    return installed().query;
+}
 
-IFieldInfoService& HostRegistry::FieldInfo()
-{
+IFieldInfoService& HostRegistry::FieldInfo() {
     return require(installed().fieldInfo, "field-information service");
 }
 
-IApplication& HostRegistry::App() { return require(installed().application, "application object"); }
+IApplication& HostRegistry::App() {
+    return require(installed().application, "application object");
+}
 
-IWidgetFactory& HostRegistry::Widgets() { return require(installed().widgets, "widget factory"); }
+IWidgetFactory& HostRegistry::Widgets() {
+    return require(installed().widgets, "widget factory");
+}
 
 } // namespace Orvane

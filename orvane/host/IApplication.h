@@ -9,7 +9,13 @@ namespace Orvane {
 class IAppForm;
 
 enum class MsgBoxButtons { OKOnly = 0, OKCancel = 1, YesNo = 4 };
-enum class MsgBoxIcon { None = 0, Critical = 16, Question = 32, Exclamation = 48, Information = 64 };
+enum class MsgBoxIcon {
+    None = 0,
+    Critical = 16,
+    Question = 32,
+    Exclamation = 48,
+    Information = 64
+};
 enum class MsgBoxResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 
 // Mouse pointer codes of the host.

@@ -56,7 +56,7 @@ public:
     virtual QString TimeAggregator() const = 0;
     virtual QString ElementAggregator() const = 0;
     virtual qint32 AggregationPairId() const = 0;
-    virtual QString DataType() const = 0; // one-letter code
+    virtual QString DataType() const = 0;     // one-letter code
     virtual QString Technologies() const = 0; // text form of the technology selection
     virtual qint32 TechnologyMask() const = 0;
     virtual qint32 Style() const = 0;

@@ -10,7 +10,9 @@ namespace Orvane {
 // service and conversion failures of the model. The library never swallows it; it reaches the host.
 class Error : public std::exception {
 public:
-    explicit Error(QString message) : m_message(std::move(message)), m_what(m_message.toStdString()) {}
+    explicit Error(QString message)
+        : m_message(std::move(message))
+        , m_what(m_message.toStdString()) {}
     const QString& message() const noexcept { return m_message; }
     const char* what() const noexcept override { return m_what.c_str(); }
 

@@ -4,12 +4,15 @@
 
 namespace Orvane {
 
-qint32 CDataSourcesColumn::Field_Id() const { return m_field ? m_field->Field_Id() : 0; }
+qint32 CDataSourcesColumn::Field_Id() const {
+    return m_field ? m_field->Field_Id() : 0;
+}
 
-QString CDataSourcesColumn::Field_Name() const { return m_field ? m_field->Field_Name() : QString(); }
+QString CDataSourcesColumn::Field_Name() const {
+    return m_field ? m_field->Field_Name() : QString();
+}
 
-void CDataSourcesColumn::setFieldAdded(bool value)
-{
+void CDataSourcesColumn::setFieldAdded(bool value) {
     m_fieldAdded = value;
     if (value) {
         m_fieldDirty = false;
@@ -17,8 +20,7 @@ void CDataSourcesColumn::setFieldAdded(bool value)
     }
 }
 
-void CDataSourcesColumn::setFieldDirty(bool value)
-{
+void CDataSourcesColumn::setFieldDirty(bool value) {
     m_fieldDirty = value;
     if (value) {
         m_dirty = true;
@@ -26,22 +28,19 @@ void CDataSourcesColumn::setFieldDirty(bool value)
     }
 }
 
-void CDataSourcesColumn::setColumnDeleted(bool value)
-{
+void CDataSourcesColumn::setColumnDeleted(bool value) {
     m_columnDeleted = value;
     if (value)
         m_dirty = false;
 }
 
-void CDataSourcesColumn::setDirty(bool value)
-{
+void CDataSourcesColumn::setDirty(bool value) {
     m_dirty = value;
     if (value)
         m_columnDeleted = false;
 }
 
-void CDataSourcesColumn::setKeyDeleted(bool value)
-{
+void CDataSourcesColumn::setKeyDeleted(bool value) {
     m_keyDeleted = value;
     if (value) {
         m_dirty = true;
@@ -50,8 +49,7 @@ void CDataSourcesColumn::setKeyDeleted(bool value)
     }
 }
 
-void CDataSourcesColumn::setKeyDirty(bool value)
-{
+void CDataSourcesColumn::setKeyDirty(bool value) {
     m_keyDirty = value;
     if (value) {
         m_dirty = true;
@@ -60,8 +58,7 @@ void CDataSourcesColumn::setKeyDirty(bool value)
     }
 }
 
-void CDataSourcesColumn::setKeyAdded(bool value)
-{
+void CDataSourcesColumn::setKeyAdded(bool value) {
     m_keyAdded = value;
     if (value) {
         m_dirty = true;
@@ -70,8 +67,7 @@ void CDataSourcesColumn::setKeyAdded(bool value)
     }
 }
 
-std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const
-{
+std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const {
     auto copy = std::make_shared<CDataSourcesColumn>();
     copy->setColumn_Id(m_columnId);
     copy->setColumn_Name(m_columnName);

@@ -22,19 +22,21 @@ constexpr qint32 MaxPosition = 500;
 
 CDataSourcesColumns::CDataSourcesColumns() = default;
 
-CDataSourcesColumns::~CDataSourcesColumns() { Clear(); }
+CDataSourcesColumns::~CDataSourcesColumns() {
+    Clear();
+}
 
-QString CDataSourcesColumns::keyOf(const QString& name) { return name.trimmed().toCaseFolded(); }
+QString CDataSourcesColumns::keyOf(const QString& name) {
+    return name.trimmed().toCaseFolded();
+}
 
-CDataSourcesColumns::ColumnPtr CDataSourcesColumns::TSColumn() const
-{
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::TSColumn() const {
     const auto found = std::find_if(m_items.begin(), m_items.end(),
                                     [](const ColumnPtr& c) { return c->IsTimeStamp(); });
     return found == m_items.end() ? nullptr : *found;
 }
 
-qint32 CDataSourcesColumns::FirstFreePosition() const
-{
+qint32 CDataSourcesColumns::FirstFreePosition() const {
     for (qint32 position = 1; position <= MaxPosition; ++position) {
         if (!PositionInUse(position, QString()))
             return position;
@@ -42,45 +44,38 @@ qint32 CDataSourcesColumns::FirstFreePosition() const
     return MaxPosition + 1;
 }
 
-bool CDataSourcesColumns::PositionInUse(qint32 ord, const QString& dsName) const
-{
+bool CDataSourcesColumns::PositionInUse(qint32 ord, const QString& dsName) const {
     return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
         return c->Position() == ord && c->Column_Name() != dsName;
     });
 }
 
-bool CDataSourcesColumns::OrdInUse(qint32 ord) const
-{
+bool CDataSourcesColumns::OrdInUse(qint32 ord) const {
     return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
         return !c->ColumnDeleted() && c->Key_Ordinal() == ord;
     });
 }
 
-qint32 CDataSourcesColumns::ActiveColumns() const
-{
-    return static_cast<qint32>(std::count_if(m_items.begin(), m_items.end(),
-                                              [](const ColumnPtr& c) { return !c->ColumnDeleted(); }));
+qint32 CDataSourcesColumns::ActiveColumns() const {
+    return static_cast<qint32>(std::count_if(
+        m_items.begin(), m_items.end(), [](const ColumnPtr& c) { return !c->ColumnDeleted(); }));
 }
 
-qint32 CDataSourcesColumns::BiggestOrdinal() const
-{
+qint32 CDataSourcesColumns::BiggestOrdinal() const {
     qint32 biggest = 0;
     for (const auto& column : m_items)
         biggest = std::max(biggest, column->Key_Ordinal());
     return biggest;
 }
 
-bool CDataSourcesColumns::KeyExists(qint32 lKey) const
-{
+bool CDataSourcesColumns::KeyExists(qint32 lKey) const {
     if (lKey <= 0)
         return false;
-    return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& c) {
-        return c->Is_Key() && c->Key_Ordinal() == lKey;
-    });
+    return std::any_of(m_items.begin(), m_items.end(),
+                       [&](const ColumnPtr& c) { return c->Is_Key() && c->Key_Ordinal() == lKey; });
 }
 
-void CDataSourcesColumns::LoadColumns(qint32 EDS_Id)
-{
+void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
     if (EDS_Id <= 0)
         return;
     IQueryService& query = HostRegistry::Query();
@@ -120,8 +115,7 @@ void CDataSourcesColumns::LoadColumns(qint32 EDS_Id)
     m_edsId = EDS_Id;
 }
 
-CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Add(const QString& name)
-{
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Add(const QString& name) {
     const QString trimmed = name.trimmed();
     ColumnPtr column = Item(trimmed);
     if (!column && name == QLatin1String("Time Stamp"))
@@ -134,8 +128,7 @@ CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Add(const QString& name)
     return column;
 }
 
-bool CDataSourcesColumns::AddItem(const CDataSourcesColumn& dsc)
-{
+bool CDataSourcesColumns::AddItem(const CDataSourcesColumn& dsc) {
     const ColumnPtr stored = Item(dsc.Column_Name());
     if (!stored) {
         ColumnPtr copy = dsc.Clone();
@@ -158,20 +151,17 @@ bool CDataSourcesColumns::AddItem(const CDataSourcesColumn& dsc)
     return true;
 }
 
-CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(const QString& key) const
-{
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(const QString& key) const {
     return m_byKey.value(keyOf(key));
 }
 
-CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(qint32 index) const
-{
+CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Item(qint32 index) const {
     if (index < 1 || index > Count())
         return nullptr;
     return m_items[static_cast<std::size_t>(index - 1)];
 }
 
-void CDataSourcesColumns::Remove(const QString& key)
-{
+void CDataSourcesColumns::Remove(const QString& key) {
     const QString folded = keyOf(key);
     const auto found = std::find(m_keys.begin(), m_keys.end(), folded);
     if (found == m_keys.end())
@@ -179,29 +169,25 @@ void CDataSourcesColumns::Remove(const QString& key)
     removeAt(static_cast<std::size_t>(found - m_keys.begin()));
 }
 
-void CDataSourcesColumns::Remove(qint32 index)
-{
+void CDataSourcesColumns::Remove(qint32 index) {
     if (index < 1 || index > Count())
         throw Error(QStringLiteral("There is no column number %1.").arg(index));
     removeAt(static_cast<std::size_t>(index - 1));
 }
 
-void CDataSourcesColumns::Clear()
-{
+void CDataSourcesColumns::Clear() {
     while (!m_items.empty())
         removeAt(0);
 }
 
-void CDataSourcesColumns::append(const QString& key, ColumnPtr column)
-{
+void CDataSourcesColumns::append(const QString& key, ColumnPtr column) {
     const QString folded = keyOf(key);
     m_byKey.insert(folded, column);
     m_keys.push_back(folded);
     m_items.push_back(std::move(column));
 }
 
-void CDataSourcesColumns::removeAt(std::size_t index)
-{
+void CDataSourcesColumns::removeAt(std::size_t index) {
     m_byKey.remove(m_keys[index]);
     m_keys.erase(m_keys.begin() + static_cast<std::ptrdiff_t>(index));
     m_items.erase(m_items.begin() + static_cast<std::ptrdiff_t>(index));

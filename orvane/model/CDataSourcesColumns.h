@@ -31,7 +31,8 @@ public:
     bool OrdInUse(qint32 ord) const;
     qint32 ActiveColumns() const;
     qint32 BiggestOrdinal() const;
-    // True when a key column (deleted ones included) has the ordinal lKey; always false for lKey <= 0.
+    // True when a key column (deleted ones included) has the ordinal lKey; always false for lKey <=
+    // 0.
     bool KeyExists(qint32 lKey) const;
     // Fills the collection with the stored columns of a data source, their fields and key fields.
     void LoadColumns(qint32 EDS_Id);

@@ -4,15 +4,13 @@
 
 namespace Orvane::Testing {
 
-void FakeApplication::setMousePointer(qint32 value)
-{
+void FakeApplication::setMousePointer(qint32 value) {
     pointer = value;
     pointerHistory << value;
 }
 
 MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                                     const QString& title)
-{
+                                     const QString& title) {
     msgBoxes.append({prompt, buttons, icon, title});
     if (!msgBoxAnswers.empty()) {
         const MsgBoxResult answer = msgBoxAnswers.front();
@@ -22,8 +20,7 @@ MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons button
     return buttons == MsgBoxButtons::YesNo ? MsgBoxResult::Yes : MsgBoxResult::OK;
 }
 
-QString FakeApplication::InputBox(const QString& prompt, const QString& title, const QString&)
-{
+QString FakeApplication::InputBox(const QString& prompt, const QString& title, const QString&) {
     inputBoxes.append({prompt, title});
     if (inputAnswers.empty())
         return QString();
@@ -32,8 +29,7 @@ QString FakeApplication::InputBox(const QString& prompt, const QString& title, c
     return answer;
 }
 
-int FakeApplication::ShowModal(QDialog& dialog)
-{
+int FakeApplication::ShowModal(QDialog& dialog) {
     modalShown << dialog.objectName();
     if (modalHandlers.empty())
         return QDialog::Rejected;

@@ -4,8 +4,7 @@
 
 namespace Orvane::Testing {
 
-bool FakeField::Save(const FieldSaveRequest& request, QVariant&)
-{
+bool FakeField::Save(const FieldSaveRequest& request, QVariant&) {
     saves.append(request);
     if (failSave)
         return false;
@@ -24,13 +23,11 @@ bool FakeField::Save(const FieldSaveRequest& request, QVariant&)
     return true;
 }
 
-std::shared_ptr<IEntity> FakeFieldInfoService::EntityById(qint32 entityId)
-{
+std::shared_ptr<IEntity> FakeFieldInfoService::EntityById(qint32 entityId) {
     return entities.value(entityId);
 }
 
-QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const QString& idList)
-{
+QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const QString& idList) {
     fieldIdLists << idList;
     QHash<QString, std::shared_ptr<IField>> found;
     for (const QString& id : idList.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
@@ -40,38 +37,35 @@ QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const 
     return found;
 }
 
-std::shared_ptr<IField> FakeFieldInfoService::FieldById(const QString&, qint32 fieldId)
-{
+std::shared_ptr<IField> FakeFieldInfoService::FieldById(const QString&, qint32 fieldId) {
     return fields.value(fieldId);
 }
 
-std::shared_ptr<IField> FakeFieldInfoService::NewField() { return std::make_shared<FakeField>(); }
+std::shared_ptr<IField> FakeFieldInfoService::NewField() {
+    return std::make_shared<FakeField>();
+}
 
-void FakeFieldInfoService::RegisterField(const std::shared_ptr<IField>& field)
-{
+void FakeFieldInfoService::RegisterField(const std::shared_ptr<IField>& field) {
     registered.append(field);
 }
 
-std::shared_ptr<IEntity> FakeFieldInfoService::ExternalDataEntity(const QString&, const QString& key)
-{
+std::shared_ptr<IEntity> FakeFieldInfoService::ExternalDataEntity(const QString&,
+                                                                  const QString& key) {
     const qint32 id = key.toInt();
     return externalDataEntities.contains(id) ? entities.value(id) : nullptr;
 }
 
-QString FakeFieldInfoService::FieldTypeMask(const QString& filterName, const QString&)
-{
+QString FakeFieldInfoService::FieldTypeMask(const QString& filterName, const QString&) {
     return filterName == QLatin1String("External") ? QStringLiteral("X") : QString();
 }
 
-QVariant FakeFieldInfoService::TechnologyType(const QString& name)
-{
+QVariant FakeFieldInfoService::TechnologyType(const QString& name) {
     const qsizetype index = technologyTypes.indexOf(name);
     return index < 0 ? QVariant() : QVariant(static_cast<int>(index));
 }
 
 std::optional<qint32> FakeFieldInfoService::AggregationPairId(const QString& timeAggregator,
-                                                              const QString& elementAggregator)
-{
+                                                              const QString& elementAggregator) {
     if (pairs.isEmpty())
         return 1;
     const auto found = pairs.constFind({timeAggregator, elementAggregator});
@@ -80,8 +74,7 @@ std::optional<qint32> FakeFieldInfoService::AggregationPairId(const QString& tim
     return *found;
 }
 
-bool FakeFieldInfoService::ChooseStyle(qint32& style, qint32& styleColour, QWidget*)
-{
+bool FakeFieldInfoService::ChooseStyle(qint32& style, qint32& styleColour, QWidget*) {
     if (!styleChosen)
         return false;
     style = chosenStyle;
@@ -90,8 +83,8 @@ bool FakeFieldInfoService::ChooseStyle(qint32& style, qint32& styleColour, QWidg
 }
 
 std::shared_ptr<FakeEntity> FakeFieldInfoService::addEntity(qint32 id, const QString& name,
-                                                            const QString& label, bool externalData)
-{
+                                                            const QString& label,
+                                                            bool externalData) {
     auto entity = std::make_shared<FakeEntity>(id, name, label);
     entities.insert(id, entity);
     if (externalData)
@@ -100,8 +93,7 @@ std::shared_ptr<FakeEntity> FakeFieldInfoService::addEntity(qint32 id, const QSt
 }
 
 std::shared_ptr<FakeField> FakeFieldInfoService::addField(qint32 id, const QString& name,
-                                                          qint32 entityId)
-{
+                                                          qint32 entityId) {
     auto field = std::make_shared<FakeField>(id, name);
     field->entityId = entityId;
     fields.insert(id, field);

@@ -14,9 +14,9 @@ namespace Orvane::Testing {
 class FakeEntity : public IEntity {
 public:
     FakeEntity(qint32 id, QString name, QString label)
-        : id(id), name(std::move(name)), label(std::move(label))
-    {
-    }
+        : id(id)
+        , name(std::move(name))
+        , label(std::move(label)) {}
     qint32 Entity_Id() const override { return id; }
     QString Entity_Name() const override { return name; }
     QString Entity_Label() const override { return label; }
@@ -32,7 +32,9 @@ public:
 class FakeField : public IField {
 public:
     FakeField() = default;
-    FakeField(qint32 id, QString name) : id(id), name(std::move(name)) {}
+    FakeField(qint32 id, QString name)
+        : id(id)
+        , name(std::move(name)) {}
 
     qint32 Field_Id() const override { return id; }
     void setField_Id(qint32 value) override { id = value; }
@@ -82,7 +84,8 @@ public:
     std::shared_ptr<IField> FieldById(const QString& appGroup, qint32 fieldId) override;
     std::shared_ptr<IField> NewField() override;
     void RegisterField(const std::shared_ptr<IField>& field) override;
-    std::shared_ptr<IEntity> ExternalDataEntity(const QString& category, const QString& key) override;
+    std::shared_ptr<IEntity> ExternalDataEntity(const QString& category,
+                                                const QString& key) override;
     QString FieldTypeMask(const QString& filterName, const QString& category) override;
     QStringList TechnologyTypes() override { return technologyTypes; }
     QVariant TechnologyType(const QString& name) override;
@@ -103,9 +106,11 @@ public:
     QMap<qint32, std::shared_ptr<FakeField>> fields;
     QStringList fieldIdLists; // every list asked for by FieldsByIds
     QList<std::shared_ptr<IField>> registered;
-    QStringList technologyTypes{QStringLiteral("All"), QStringLiteral("GSM"), QStringLiteral("LTE")};
+    QStringList technologyTypes{QStringLiteral("All"), QStringLiteral("GSM"),
+                                QStringLiteral("LTE")};
     FieldTextLimits limits{30, 80, 20, 20};
-    QStringList aggregators{QStringLiteral("Sum"), QStringLiteral("Average"), QStringLiteral("Maximum")};
+    QStringList aggregators{QStringLiteral("Sum"), QStringLiteral("Average"),
+                            QStringLiteral("Maximum")};
     bool elementAggregation = true;
     // Valid (time, element) pairs and their ids; empty means every pair is valid with id 1.
     QMap<std::pair<QString, QString>, qint32> pairs;
@@ -119,10 +124,9 @@ class FakeDocumentType : public IDocumentType {
 public:
     explicit FakeDocumentType(QString typeName, QString appName = QString(),
                               QString displayName = QString())
-        : typeName(std::move(typeName)), appName(std::move(appName)),
-          displayName(std::move(displayName))
-    {
-    }
+        : typeName(std::move(typeName))
+        , appName(std::move(appName))
+        , displayName(std::move(displayName)) {}
     QString TypeName() const override { return typeName; }
     QString AppName() const override { return appName; }
     QString DisplayName() const override { return displayName; }

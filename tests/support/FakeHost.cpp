@@ -4,8 +4,12 @@
 
 namespace Orvane::Testing {
 
-FakeHostTest::FakeHostTest() { HostRegistry::Install({query, dictionary, app, widgets}); }
+FakeHostTest::FakeHostTest() {
+    HostRegistry::Install({query, dictionary, app, widgets});
+}
 
-FakeHostTest::~FakeHostTest() { HostRegistry::Uninstall(); }
+FakeHostTest::~FakeHostTest() {
+    HostRegistry::Uninstall();
+}
 
 } // namespace Orvane::Testing

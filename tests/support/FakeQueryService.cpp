@@ -7,18 +7,15 @@
 
 namespace Orvane::Testing {
 
-void FakeQueryService::Answer(const QString& fragment, QList<Row> rows)
-{
+void FakeQueryService::Answer(const QString& fragment, QList<Row> rows) {
     m_answers.append({fragment, std::move(rows)});
 }
 
-void FakeQueryService::FailOn(const QString& fragment, const QString& message)
-{
+void FakeQueryService::FailOn(const QString& fragment, const QString& message) {
     m_failures.append({fragment, message});
 }
 
-QStringList FakeQueryService::executed() const
-{
+QStringList FakeQueryService::executed() const {
     QStringList statements;
     for (const QString& entry : log) {
         if (entry.startsWith(QLatin1String("EXEC ")))
@@ -27,14 +24,12 @@ QStringList FakeQueryService::executed() const
     return statements;
 }
 
-void FakeQueryService::clearLog()
-{
+void FakeQueryService::clearLog() {
     log.clear();
     procedureParameters.clear();
 }
 
-void FakeQueryService::failIfScripted(const QString& statement) const
-{
+void FakeQueryService::failIfScripted(const QString& statement) const {
     for (const auto& [fragment, message] : m_failures) {
         if (statement.contains(fragment))
             throw Error(message);
@@ -42,8 +37,7 @@ void FakeQueryService::failIfScripted(const QString& statement) const
 }
 
 std::shared_ptr<IRecordset> FakeQueryService::OpenRecordset(const QString& statement,
-                                                            qint32 timeoutSeconds)
-{
+                                                            qint32 timeoutSeconds) {
     log << QStringLiteral("OPEN ") + statement;
     lastTimeout = timeoutSeconds;
     failIfScripted(statement);
@@ -54,48 +48,43 @@ std::shared_ptr<IRecordset> FakeQueryService::OpenRecordset(const QString& state
     return std::make_shared<FakeRecordset>(QList<Row>());
 }
 
-void FakeQueryService::ExecuteStatement(const QString& statement)
-{
+void FakeQueryService::ExecuteStatement(const QString& statement) {
     log << QStringLiteral("EXEC ") + statement;
     failIfScripted(statement);
 }
 
-qint32 FakeQueryService::NextSequenceValue(const QString& sequence)
-{
+qint32 FakeQueryService::NextSequenceValue(const QString& sequence) {
     log << QStringLiteral("SEQ ") + sequence;
     return nextSequenceValue++;
 }
 
 QVariant FakeQueryService::CallProcedure(const QString& procedure,
-                                         const QList<ProcedureParameter>& parameters)
-{
+                                         const QList<ProcedureParameter>& parameters) {
     QStringList shown;
     for (const auto& p : parameters)
-        shown << p.type + QLatin1Char(':') + (p.value.isNull() ? QStringLiteral("-") : p.value.toString());
+        shown << p.type + QLatin1Char(':') +
+                     (p.value.isNull() ? QStringLiteral("-") : p.value.toString());
     log << QStringLiteral("CALL %1(%2)").arg(procedure, shown.join(QStringLiteral(", ")));
     procedureParameters.append(parameters);
     failIfScripted(procedure);
     return procedureResults.value(procedure);
 }
 
-QString FakeQueryService::BuildSetList(const QList<SetPair>& pairs)
-{
+QString FakeQueryService::BuildSetList(const QList<SetPair>& pairs) {
     QStringList items;
     for (const auto& [column, value] : pairs)
         items << column + QStringLiteral(" = ") + FormatLiteral(value);
     return QLatin1Char(' ') + items.join(QStringLiteral(", "));
 }
 
-QString FakeQueryService::BuildValueList(const QVariantList& values)
-{
+QString FakeQueryService::BuildValueList(const QVariantList& values) {
     QStringList items;
     for (const QVariant& value : values)
         items << FormatLiteral(value);
     return items.join(QLatin1Char(','));
 }
 
-QString FakeQueryService::FormatLiteral(const QVariant& value)
-{
+QString FakeQueryService::FormatLiteral(const QVariant& value) {
     if (value.isNull())
         return QStringLiteral("NULL");
     switch (value.typeId()) {
@@ -106,30 +95,27 @@ QString FakeQueryService::FormatLiteral(const QVariant& value)
     case QMetaType::QDateTime:
         return QLatin1Char('\'') + value.toDateTime().toString(Qt::ISODate) + QLatin1Char('\'');
     default:
-        return QLatin1Char('\'') + value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
+        return QLatin1Char('\'') +
+               value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
                QLatin1Char('\'');
     }
 }
 
-qint32 FakeQueryService::ValueAsLong(const QVariant& value)
-{
+qint32 FakeQueryService::ValueAsLong(const QVariant& value) {
     return value.isNull() ? 0 : value.toInt();
 }
 
-bool FakeQueryService::ValueAsBoolean(const QVariant& value)
-{
+bool FakeQueryService::ValueAsBoolean(const QVariant& value) {
     return value.toString() == QLatin1String("Y");
 }
 
-bool FakeQueryService::ColumnExists(const QString& table, const QString& column)
-{
+bool FakeQueryService::ColumnExists(const QString& table, const QString& column) {
     return table.compare(QLatin1String("eds_column"), Qt::CaseInsensitive) == 0 &&
            column.compare(QLatin1String("editor_position"), Qt::CaseInsensitive) == 0 &&
            editorPosition;
 }
 
-qint32 FakeQueryService::ColumnWidth(const QString& table, const QString& column)
-{
+qint32 FakeQueryService::ColumnWidth(const QString& table, const QString& column) {
     const bool colName = table.compare(QLatin1String("eds_column"), Qt::CaseInsensitive) == 0 &&
                          column.compare(QLatin1String("col_name"), Qt::CaseInsensitive) == 0;
     return colName ? colNameWidth : 0;

@@ -4,8 +4,7 @@
 
 namespace Orvane::Testing {
 
-QVariant FakeRecordset::Value(const QString& field) const
-{
+QVariant FakeRecordset::Value(const QString& field) const {
     if (Eof())
         throw Error(QStringLiteral("No current row to read \"%1\" from.").arg(field));
     const Row& row = m_rows.at(m_current);

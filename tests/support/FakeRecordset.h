@@ -12,7 +12,8 @@ using Row = QVariantMap;
 // A recordset over rows given in the test; field names compare without regard to case.
 class FakeRecordset : public IRecordset {
 public:
-    explicit FakeRecordset(QList<Row> rows) : m_rows(std::move(rows)) {}
+    explicit FakeRecordset(QList<Row> rows)
+        : m_rows(std::move(rows)) {}
 
     bool Eof() const override { return m_current >= m_rows.size(); }
     void MoveFirst() override { m_current = 0; }

@@ -2,25 +2,21 @@
 
 namespace Orvane::Testing {
 
-void FakeTemplateTree::LoadTree(const QString& schema, const QString& category)
-{
+void FakeTemplateTree::LoadTree(const QString& schema, const QString& category) {
     loads << schema + QLatin1Char('|') + category;
 }
 
-void FakeTechnologies::check(qint32 newMask)
-{
+void FakeTechnologies::check(qint32 newMask) {
     mask = newMask;
     emit Changed();
 }
 
-XTemplate* FakeWidgetFactory::CreateTemplateTree(QWidget* parent)
-{
+XTemplate* FakeWidgetFactory::CreateTemplateTree(QWidget* parent) {
     lastTree = new FakeTemplateTree(parent);
     return lastTree;
 }
 
-XTechnologies* FakeWidgetFactory::CreateTechnologies(QWidget* parent)
-{
+XTechnologies* FakeWidgetFactory::CreateTechnologies(QWidget* parent) {
     lastTechnologies = new FakeTechnologies(parent);
     return lastTechnologies;
 }
