@@ -1,0 +1,427 @@
+#include "orvane/dialogs/fFieldInfo.h"
+#include "tests/support/FakeHost.h"
+
+#include <QApplication>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace Orvane::Testing {
+namespace {
+
+const QString Caption = QStringLiteral("Create New Data Source Field For CELL");
+const QString NameRule =
+    QStringLiteral("A Field name must have at least 1 but no more than 30 characters\r\n"
+                   "and first character must begin with alphabet or _ and subsequent \r\n"
+                   "character can be alphanumeric, % or _ only.");
+
+class FieldEditorTest : public FakeHostTest {
+protected:
+    FieldEditorTest() { entity = dictionary->addEntity(5, QStringLiteral("CELL"), "Cell"); }
+
+    void openNew(fFieldInfo& dialog, const QString& dataType = QStringLiteral("Float")) {
+        dialog.InitializeForNew(entity, dataType, nullptr);
+        showActive(dialog);
+    }
+
+    void openExisting(fFieldInfo& dialog) {
+        dialog.InitializeForNew(entity, QString(), stored);
+        showActive(dialog);
+    }
+
+    static void showActive(QDialog& dialog) {
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    static void retype(QLineEdit* box, const QString& text) {
+        box->selectAll();
+        QTest::keyClicks(box, text);
+    }
+
+    FakeTechnologies& tech() { return *widgets->lastTechnologies; }
+
+    // Types text as keystrokes; characters beyond ASCII arrive as they would from an input method.
+    static void typeText(QWidget* box, const QString& text) {
+        for (const QChar c : text) {
+            if (c.unicode() < 0x80)
+                QTest::keyClicks(box, QString(c));
+            else
+                QTest::sendKeyEvent(QTest::Click, box, Qt::Key_unknown, QString(c), Qt::NoModifier);
+        }
+    }
+
+    // Fills a new field with valid input and presses OK.
+    void typeValidField(fFieldInfo& dialog, const QString& name) {
+        typeText(dialog.txtName, name);
+        tech().check(3);
+        QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    }
+
+    QStringList prompts() const {
+        QStringList texts;
+        for (const RecordedMsgBox& box : app->msgBoxes)
+            texts << box.prompt;
+        return texts;
+    }
+
+    std::shared_ptr<FakeEntity> entity;
+    std::shared_ptr<FakeField> stored = [] {
+        auto field = std::make_shared<FakeField>(12, QStringLiteral("Volume"));
+        field->description = QStringLiteral("Carried volume");
+        field->heading1 = QStringLiteral("Vol");
+        field->heading2 = QStringLiteral("kB");
+        field->timeAggregator = QStringLiteral("Average");
+        field->elementAggregator = QStringLiteral("Median"); // no longer offered
+        field->dataType = QStringLiteral("S");
+        field->technologies = QStringLiteral("5");
+        field->style = 5;
+        field->styleColour = 0x0000FF; // red in the host's byte order
+        field->extra.insert(QStringLiteral("Vendor"), QStringLiteral("Acme"));
+        field->extra.insert(QStringLiteral("Legacy"), QStringLiteral("old"));
+        return field;
+    }();
+};
+
+TEST_F(FieldEditorTest, NewFieldShowsItsCaptionsAndTheFixedDataType) {
+    fFieldInfo dialog;
+    openNew(dialog);
+
+    EXPECT_EQ(dialog.objectName(), "fFieldInfo");
+    EXPECT_EQ(dialog.windowTitle(), Caption);
+    EXPECT_EQ(dialog.IAppForm_Name(), Caption);
+    EXPECT_EQ(dialog.lblName->text(), "&Name: ");
+    EXPECT_EQ(dialog.lblHeadingRow1->text(), "Heading Line &1: ");
+    EXPECT_EQ(dialog.lblElementAggregator->text(), "&Element Aggregator: ");
+    EXPECT_EQ(dialog.txtStyle->text(), "Sample");
+    EXPECT_EQ(dialog.cmdStyle->toolTip(), "Field Style");
+    EXPECT_EQ(dialog.cboDataType->currentText(), "Float");
+    EXPECT_FALSE(dialog.cboDataType->isEnabled());
+    EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Sum");
+    EXPECT_EQ(dialog.cboElementAggregator->count(), 3);
+    EXPECT_EQ(dialog.txtName->maxLength(), 30);
+    EXPECT_EQ(dialog.txtDescription->maxLength(), 80);
+    EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
+    EXPECT_EQ(tech().initializations, 1);
+    EXPECT_FALSE(dialog.Modified());
+
+    fFieldInfo other;
+    other.InitializeForNew(entity, QStringLiteral("Date"), nullptr);
+    EXPECT_EQ(other.cboDataType->currentText(), "Integer");
+}
+
+TEST_F(FieldEditorTest, FormRegistersWhileAliveAndShowsItsHelp) {
+    {
+        fFieldInfo dialog;
+        openNew(dialog);
+        EXPECT_EQ(app->registeredForms, 1);
+        EXPECT_EQ(dialog.IAppForm_Kind(), 16);
+        QTest::mouseClick(dialog.cmdHelp, Qt::LeftButton);
+        EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
+    }
+    EXPECT_EQ(app->registeredForms, 0);
+}
+
+TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
+    dictionary->extraColumns = {{QStringLiteral("Vendor"), true},
+                                {QStringLiteral("Legacy"), false},
+                                {QStringLiteral("Region"), true}};
+    fFieldInfo dialog;
+    openExisting(dialog);
+
+    EXPECT_EQ(dialog.windowTitle(), " Update Data Source Field CELL: Volume");
+    EXPECT_EQ(dialog.txtName->text(), "Volume");
+    EXPECT_EQ(dialog.txtHeadingRow2->text(), "kB");
+    EXPECT_EQ(dialog.cboDataType->currentText(), "String");
+    EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Average");
+    EXPECT_EQ(dialog.cboElementAggregator->currentText(), "Sum");
+    EXPECT_EQ(tech().mask, 5);
+
+    ASSERT_EQ(dialog.txtExt.size(), 3); // the hidden design-time pair and two in use
+    EXPECT_TRUE(dialog.txtExt[0]->isHidden());
+    EXPECT_EQ(dialog.lblExt[1]->objectName(), "lblExt(1)");
+    EXPECT_EQ(dialog.lblExt[1]->text(), "Vendor:");
+    EXPECT_EQ(dialog.txtExt[1]->text(), "Acme");
+    EXPECT_EQ(dialog.lblExt[2]->text(), "Region:");
+    EXPECT_EQ(dialog.txtExt[2]->text(), "");
+
+    EXPECT_TRUE(dialog.txtStyle->font().bold());
+    EXPECT_FALSE(dialog.txtStyle->font().italic());
+    EXPECT_TRUE(dialog.txtStyle->font().underline());
+    EXPECT_EQ(dialog.txtStyle->palette().color(QPalette::Text), QColor(255, 0, 0));
+    EXPECT_FALSE(dialog.Modified());
+}
+
+TEST_F(FieldEditorTest, WithoutEditPermissionOnlyTheNameStaysEnabled) {
+    app->editPermission = false;
+    fFieldInfo dialog;
+    openExisting(dialog);
+    EXPECT_TRUE(dialog.txtName->isEnabled());
+    EXPECT_TRUE(dialog.lblDescription->isEnabled());
+    EXPECT_FALSE(dialog.txtDescription->isEnabled());
+    EXPECT_FALSE(dialog.cboTimeAggregator->isEnabled());
+    EXPECT_FALSE(dialog.cmdOk->isEnabled());
+    EXPECT_TRUE(dialog.cmdCancel->isEnabled());
+}
+
+TEST_F(FieldEditorTest, NameRuleAcceptsAsciiNamesUpToTheMaximum) {
+    const QString longest(30, QLatin1Char('a'));
+    EXPECT_TRUE(fFieldInfo::IsValidFieldName(longest, 30));
+    EXPECT_FALSE(fFieldInfo::IsValidFieldName(longest + QLatin1Char('a'), 30));
+    for (const char* name : {"_a%1", "Abc_9", "x", "_"})
+        EXPECT_TRUE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
+    for (const char* name :
+         {"", "1abc", "a-b", "a b", "%a", "caf\u00e9", "\u00c9t\u00e9", "a\u0661"})
+        EXPECT_FALSE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
+}
+
+TEST_F(FieldEditorTest, NameOfTheMaximumLengthIsSavedAndTheBoxTakesNoMore) {
+    fFieldInfo dialog;
+    openNew(dialog);
+    typeValidField(dialog, QString(31, QLatin1Char('n')));
+
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << prompts().join('|').toStdString();
+    ASSERT_TRUE(dialog.Ok());
+    const auto& field = static_cast<FakeField&>(*dialog.Field());
+    EXPECT_EQ(field.saves.at(0).name, QString(30, QLatin1Char('n')));
+}
+
+TEST_F(FieldEditorTest, BadNamesAreRefusedWithTheRuleAndTheFocusOnTheName) {
+    for (const QString& name : {QStringLiteral("1abc"), QStringLiteral("a-b"),
+                                QStringLiteral("a b"), QStringLiteral("caf\u00e9")}) {
+        app->msgBoxes.clear();
+        fFieldInfo dialog;
+        openNew(dialog);
+        typeValidField(dialog, name);
+
+        ASSERT_EQ(app->msgBoxes.size(), 1) << name.toStdString();
+        const RecordedMsgBox& box = app->msgBoxes.at(0);
+        EXPECT_EQ(box.prompt, NameRule);
+        EXPECT_EQ(box.icon, MsgBoxIcon::Critical);
+        EXPECT_EQ(box.buttons, MsgBoxButtons::OKOnly);
+        EXPECT_EQ(box.title, Caption);
+        EXPECT_EQ(QApplication::focusWidget(), dialog.txtName);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_FALSE(dialog.Ok());
+    }
+    EXPECT_TRUE(query->log.isEmpty());
+}
+
+TEST_F(FieldEditorTest, TechnologiesAreRequiredAndTheNameRuleComesFirst) {
+    fFieldInfo dialog;
+    openNew(dialog);
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    QTest::keyClicks(dialog.txtName, QStringLiteral("Abc_9"));
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    EXPECT_EQ(
+        prompts(),
+        QStringList({NameRule, "A Field must be associated with at least one technology type.\r\n"
+                               "Please select one or more technology types for this Field. "}));
+    EXPECT_EQ(QApplication::focusWidget(), &tech());
+    EXPECT_TRUE(query->log.isEmpty());
+    EXPECT_FALSE(dialog.Ok());
+}
+
+TEST_F(FieldEditorTest, DuplicateTestLooksForTheTrimmedNameAmongOtherFieldsOfTheEntity) {
+    query->Answer(QStringLiteral("QVD_DICT_FIELD"), {{{"field_id", 44}}});
+    fFieldInfo dialog;
+    openExisting(dialog);
+    retype(dialog.txtName, QStringLiteral("  volume2 "));
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    EXPECT_EQ(query->log,
+              QStringList{"OPEN SELECT field_id FROM QVD_DICT_FIELD WHERE entity_id = 5 "
+                          "AND UPPER(field_name) = 'VOLUME2' AND field_id <> 12"});
+    EXPECT_EQ(prompts(), QStringList{"A Field with this name already exists. \r\n"
+                                     "Please select another name"});
+    EXPECT_EQ(app->msgBoxes.at(0).title, " Update Data Source Field CELL: Volume");
+    EXPECT_EQ(QApplication::focusWidget(), dialog.txtName);
+    EXPECT_TRUE(stored->saves.isEmpty());
+}
+
+TEST_F(FieldEditorTest, InvalidAggregatorPairIsRefused) {
+    dictionary->pairs = {{{"Sum", "Sum"}, 1}};
+    fFieldInfo dialog;
+    openExisting(dialog); // Average / Sum
+    retype(dialog.txtHeadingRow1, QStringLiteral("V"));
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    EXPECT_EQ(prompts(), QStringList{"Field's time aggregation and element aggregation is not a "
+                                     "valid choice.\r\nPlease check your aggregation selection "
+                                     "and try again. "});
+    EXPECT_EQ(QApplication::focusWidget(), dialog.cboTimeAggregator);
+    EXPECT_TRUE(stored->saves.isEmpty());
+}
+
+TEST_F(FieldEditorTest, OkOnAnUnchangedExistingFieldSavesNothing) {
+    fFieldInfo dialog;
+    openExisting(dialog);
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    EXPECT_FALSE(dialog.Ok());
+    EXPECT_TRUE(stored->saves.isEmpty());
+    EXPECT_TRUE(query->log.isEmpty());
+    EXPECT_TRUE(app->msgBoxes.isEmpty());
+}
+
+TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
+    dictionary->extraColumns = {{QStringLiteral("Vendor"), true},
+                                {QStringLiteral("Legacy"), false},
+                                {QStringLiteral("Region"), true}};
+    dictionary->pairs = {{{"Average", "Maximum"}, 31}};
+    app->ownerId = 77;
+    fFieldInfo dialog;
+    openNew(dialog);
+    QTest::keyClicks(dialog.txtDescription, QStringLiteral(" Dropped calls "));
+    QTest::keyClicks(dialog.txtHeadingRow1, QStringLiteral("Drops"));
+    QTest::keyClicks(dialog.txtExt[1], QStringLiteral("Acme"));
+    QTest::keyClicks(dialog.txtExt[2], QStringLiteral("North"));
+    dialog.cboTimeAggregator->setCurrentText(QStringLiteral("Average"));
+    dialog.cboElementAggregator->setCurrentText(QStringLiteral("Maximum"));
+    const QDateTime before = QDateTime::currentDateTime();
+    typeValidField(dialog, QStringLiteral(" Drops_1 "));
+
+    ASSERT_TRUE(dialog.Ok());
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    const auto& field = static_cast<FakeField&>(*dialog.Field());
+    ASSERT_EQ(field.saves.size(), 1);
+    const FieldSaveRequest& r = field.saves.at(0);
+    EXPECT_EQ(r.fieldId, 0);
+    EXPECT_EQ(r.name, "Drops_1");
+    EXPECT_EQ(r.entityId, 5);
+    EXPECT_EQ(r.appGroup, "Traffic");
+    EXPECT_EQ(r.kind, "X");
+    EXPECT_EQ(r.technologyMask, 3);
+    EXPECT_EQ(r.dataTypeCode, "F");
+    EXPECT_EQ(r.reserved, -1);
+    EXPECT_EQ(r.heading1, "Drops");
+    EXPECT_EQ(r.heading2, "");
+    EXPECT_EQ(r.description, " Dropped calls ");
+    EXPECT_EQ(r.aggregationPairId, 31);
+    EXPECT_EQ(r.ownerId, 77);
+    EXPECT_TRUE(r.note1.isEmpty() && r.note2.isEmpty());
+    EXPECT_GE(r.savedAt, before);
+    EXPECT_LE(r.savedAt, QDateTime::currentDateTime());
+    using Extra = std::pair<QString, QString>;
+    EXPECT_EQ(r.extraColumns,
+              QList<Extra>({{"Vendor", "Acme"}, {"Legacy", ""}, {"Region", "North"}}));
+    EXPECT_EQ(r.option, 0);
+}
+
+TEST_F(FieldEditorTest, ExistingFieldSavesUnderItsIdWithItsStyle) {
+    dictionary->styleChosen = true;
+    dictionary->chosenStyle = 2;
+    dictionary->chosenStyleColour = 0xFF0000;
+    fFieldInfo dialog;
+    openExisting(dialog);
+    QTest::mouseClick(dialog.cmdStyle, Qt::LeftButton);
+    EXPECT_TRUE(dialog.Modified());
+    EXPECT_TRUE(dialog.txtStyle->font().italic());
+    EXPECT_FALSE(dialog.txtStyle->font().bold());
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    ASSERT_TRUE(dialog.Ok());
+    EXPECT_EQ(dialog.Field(), stored);
+    ASSERT_EQ(stored->saves.size(), 1);
+    const FieldSaveRequest& r = stored->saves.at(0);
+    EXPECT_EQ(r.fieldId, 12);
+    EXPECT_EQ(r.name, "Volume");
+    EXPECT_EQ(r.dataTypeCode, "S");
+    EXPECT_EQ(r.technologyMask, 5);
+    EXPECT_EQ(r.style, 2);
+    EXPECT_EQ(r.styleColour, 0xFF0000);
+}
+
+TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
+    stored->failSave = true;
+    stored->error = {2, true, QStringLiteral("unique constraint")};
+    fFieldInfo dialog;
+    openExisting(dialog);
+    QTest::keyClicks(dialog.txtDescription, QStringLiteral("!"));
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes.at(0).prompt, "A field with the name you specified already exists. "
+                                          "\r\nPlease specify a different name.");
+    EXPECT_EQ(app->msgBoxes.at(0).title, "Creating new EDS field");
+    EXPECT_EQ(app->msgBoxes.at(0).icon, MsgBoxIcon::Critical);
+    EXPECT_EQ(QApplication::focusWidget(), dialog.txtName);
+    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_FALSE(dialog.Ok());
+
+    stored->error = {2, false, QStringLiteral("ORA-00001: unique constraint")};
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    ASSERT_EQ(app->msgBoxes.size(), 2);
+    EXPECT_EQ(app->msgBoxes.at(1).prompt,
+              "Unable to save New Field.\r\nORA-00001: unique constraint");
+    EXPECT_EQ(app->msgBoxes.at(1).title, "Creating new EDS field");
+    EXPECT_EQ(stored->saves.size(), 2);
+    EXPECT_FALSE(dialog.Ok());
+}
+
+TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
+    dictionary->pairs = {{{"Sum", "Sum"}, 1}, {{"Sum", "Maximum"}, 2}, {{"Average", "Average"}, 3}};
+    fFieldInfo dialog;
+    openNew(dialog); // Sum / Sum
+
+    dialog.cboElementAggregator->setFocus();
+    QTest::keyClick(dialog.cboElementAggregator, Qt::Key_End); // Maximum: a valid pair
+    EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Sum");
+
+    dialog.cboTimeAggregator->setFocus();
+    QTest::keyClick(dialog.cboTimeAggregator, Qt::Key_Down); // Average / Maximum: not valid
+    EXPECT_EQ(dialog.cboElementAggregator->currentText(), "Average");
+    EXPECT_FALSE(dialog.Modified());
+
+    dialog.cboTimeAggregator->showPopup();
+    dialog.cboTimeAggregator->hidePopup();
+    EXPECT_TRUE(dialog.Modified());
+}
+
+TEST_F(FieldEditorTest, EditsOfTheTextsAndTechnologiesMarkTheFieldModified) {
+    dictionary->extraColumns = {{QStringLiteral("Vendor"), true}};
+    fFieldInfo dialog;
+    openExisting(dialog);
+    QTest::keyClicks(dialog.txtExt[1], QStringLiteral("x"));
+    EXPECT_TRUE(dialog.Modified());
+
+    fFieldInfo other;
+    other.InitializeForNew(entity, QString(), stored);
+    tech().check(1);
+    EXPECT_TRUE(other.Modified());
+}
+
+TEST_F(FieldEditorTest, SingleAggregatorWhenElementAggregationIsNotOffered) {
+    dictionary->elementAggregation = false;
+    dictionary->pairs = {{{"Average", ""}, 9}};
+    fFieldInfo dialog;
+    openExisting(dialog);
+    EXPECT_EQ(dialog.lblTimeAggregator->text(), "Aggrega&tor:");
+    EXPECT_FALSE(dialog.cboElementAggregator->isVisible());
+    EXPECT_FALSE(dialog.lblElementAggregator->isVisible());
+    retype(dialog.txtHeadingRow1, QStringLiteral("V"));
+    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+
+    ASSERT_TRUE(dialog.Ok()) << prompts().join('|').toStdString();
+    EXPECT_EQ(stored->saves.at(0).aggregationPairId, 9);
+}
+
+TEST_F(FieldEditorTest, CancelAfterEditsLeavesTheFieldUntouched) {
+    fFieldInfo dialog;
+    openExisting(dialog);
+    retype(dialog.txtName, QStringLiteral("Other"));
+    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
+    EXPECT_FALSE(dialog.Ok());
+    EXPECT_TRUE(dialog.Modified());
+    EXPECT_EQ(stored->name, "Volume");
+    EXPECT_TRUE(stored->saves.isEmpty());
+}
+
+} // namespace
+} // namespace Orvane::Testing
