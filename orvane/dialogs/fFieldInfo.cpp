@@ -29,6 +29,9 @@ const QString AppGroup = QStringLiteral("Traffic");
 const QString LineBreak = QStringLiteral("\r\n");
 const QString SaveTitle = QStringLiteral("Creating new EDS field");
 
+// The width of the "..." button that opens the style chooser.
+constexpr int EllipsisButtonWidth = 375;
+
 // Style bits of a field and the font attribute each gives the sample.
 constexpr qint32 BoldBit = 1;
 constexpr qint32 ItalicBit = 2;
@@ -80,6 +83,17 @@ QColor hostColour(qint32 value) {
     return QColor(value & 0xFF, (value >> 8) & 0xFF, (value >> 16) & 0xFF);
 }
 
+template <typename T> T* named(T* widget, const char* name) {
+    widget->setObjectName(QLatin1String(name));
+    return widget;
+}
+
+// A caption row whose mnemonic moves the focus to its control.
+void addRow(QFormLayout& form, QLabel* label, QWidget* field) {
+    label->setBuddy(field);
+    form.addRow(label, field);
+}
+
 QString nameRuleMessage(qint32 maxLength) {
     return QStringLiteral("A Field name must have at least 1 but no more than ") +
            QString::number(maxLength) + QStringLiteral(" characters") + LineBreak +
@@ -94,6 +108,7 @@ fFieldInfo::fFieldInfo(QWidget* parent)
     setObjectName(QStringLiteral("fFieldInfo"));
     setWindowTitle(QStringLiteral("Field Editor"));
     createControls();
+    layoutControls();
     connectEdits();
     load();
 }
@@ -128,15 +143,6 @@ bool fFieldInfo::IsValidFieldName(const QString& name, qint32 maxLength) {
 
 // Controls
 
-namespace {
-
-template <typename T> T* named(T* widget, const char* name) {
-    widget->setObjectName(QLatin1String(name));
-    return widget;
-}
-
-} // namespace
-
 void fFieldInfo::createControls() {
     lblName = named(new QLabel(QStringLiteral("&Name: "), this), "lblName");
     txtName = named(new QLineEdit(this), "txtName");
@@ -169,6 +175,7 @@ void fFieldInfo::createControls() {
     cmdStyle = named(new QPushButton(QStringLiteral("..."), this), "cmdStyle");
     cmdStyle->setToolTip(QStringLiteral("Field Style"));
     cmdStyle->setAutoDefault(false);
+    cmdStyle->setFixedWidth(mOrvane::TwipsToPixels(EllipsisButtonWidth));
 
     cmdOk = named(new QPushButton(QStringLiteral("&OK"), this), "cmdOk");
     cmdCancel = named(new QPushButton(QStringLiteral("&Cancel"), this), "cmdCancel");
@@ -176,20 +183,23 @@ void fFieldInfo::createControls() {
     cmdCancel->setAutoDefault(false);
     cmdHelp->setAutoDefault(false);
     cmdOk->setDefault(true);
+}
 
+void fFieldInfo::layoutControls() {
     auto* form = new QFormLayout;
-    form->addRow(lblName, txtName);
-    form->addRow(lblDescription, txtDescription);
-    form->addRow(lblHeadingRow1, txtHeadingRow1);
-    form->addRow(lblHeadingRow2, txtHeadingRow2);
-    form->addRow(lblDataType, cboDataType);
-    form->addRow(lblTimeAggregator, cboTimeAggregator);
-    form->addRow(lblElementAggregator, cboElementAggregator);
+    addRow(*form, lblName, txtName);
+    addRow(*form, lblDescription, txtDescription);
+    addRow(*form, lblHeadingRow1, txtHeadingRow1);
+    addRow(*form, lblHeadingRow2, txtHeadingRow2);
+    addRow(*form, lblDataType, cboDataType);
+    addRow(*form, lblTimeAggregator, cboTimeAggregator);
+    addRow(*form, lblElementAggregator, cboElementAggregator);
     m_extraRow = form->rowCount();
-    form->addRow(lblTechnology, xTech);
+    addRow(*form, lblTechnology, xTech);
     auto* styleRow = new QHBoxLayout;
     styleRow->addWidget(txtStyle, 1);
     styleRow->addWidget(cmdStyle);
+    lblStyle->setBuddy(cmdStyle);
     form->addRow(lblStyle, styleRow);
 
     auto* buttons = new QHBoxLayout;
@@ -219,6 +229,7 @@ void fFieldInfo::addExtraColumnPair(const QString& column, const QString& value)
     connect(box, &QLineEdit::textChanged, this, &fFieldInfo::markModified);
     lblExt << label;
     txtExt << box;
+    label->setBuddy(box);
     m_form->insertRow(m_extraRow++, label, box);
 }
 

@@ -91,6 +91,7 @@ private:
     using ExtraValues = QList<std::pair<QString, QString>>;
 
     void createControls();
+    void layoutControls();
     QComboBox* createList(const char* name);
     void addExtraColumnPair(const QString& column, const QString& value);
     void connectEdits();

@@ -315,12 +315,14 @@ TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
 }
 
 TEST_F(FieldEditorTest, ExistingFieldSavesUnderItsIdWithItsStyle) {
+    fFieldInfo dialog;
+    openExisting(dialog);
+    QTest::mouseClick(dialog.cmdStyle, Qt::LeftButton); // the chooser is cancelled
+    EXPECT_FALSE(dialog.Modified());
     dictionary->styleChosen = true;
     dictionary->chosenStyle = 2;
     dictionary->chosenStyleColour = 0xFF0000;
-    fFieldInfo dialog;
-    openExisting(dialog);
-    QTest::mouseClick(dialog.cmdStyle, Qt::LeftButton);
+    QTest::mouseDClick(dialog.txtStyle, Qt::LeftButton);
     EXPECT_TRUE(dialog.Modified());
     EXPECT_TRUE(dialog.txtStyle->font().italic());
     EXPECT_FALSE(dialog.txtStyle->font().bold());

@@ -1,0 +1,235 @@
+#include "orvane/dialogs/frmKeySelector.h"
+#include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "tests/support/FakeHost.h"
+
+#include <QApplication>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSpinBox>
+#include <QTest>
+
+namespace Orvane::Testing {
+namespace {
+
+const QString RangeMessage = QStringLiteral("A unique Ordinal between 1 and 500 must be chosen.");
+
+class KeySelectorTest : public FakeHostTest {
+protected:
+    KeySelectorTest() {
+        columns.setEntity(dictionary->addEntity(5, QStringLiteral("CELL"), "Cell"));
+        addKey("A", 10, 1);
+        addKey("B", 11, 2);
+        addKey("C", 12, 3)->setColumnDeleted(true);
+        keyField = dictionary->addField(10, QStringLiteral("CellId"), 5);
+        keyField->entityLabel = QStringLiteral("Cell");
+    }
+
+    CDataSourcesColumns::ColumnPtr addKey(const char* name, qint32 fieldId, qint32 ordinal) {
+        auto column = columns.Add(QString::fromLatin1(name));
+        column->setKeyFld_Id(fieldId);
+        column->setKey_Ordinal(ordinal);
+        return column;
+    }
+
+    void open(frmKeySelector& dialog, qint32 ordinal, qint32 fieldId) {
+        dialog.setColumns(&columns);
+        dialog.Initialize(ordinal, fieldId);
+        dialog.show();
+        QApplication::setActiveWindow(&dialog);
+        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+    }
+
+    static void typeOrdinal(frmKeySelector& dialog, const QString& text) {
+        dialog.txtOrdinal->selectAll();
+        QTest::keyClicks(dialog.txtOrdinal, text);
+    }
+
+    // Presses OK and returns the message shown, or an empty text when the dialog closed.
+    QString pressOk(frmKeySelector& dialog) {
+        app->msgBoxes.clear();
+        QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+        return app->msgBoxes.isEmpty() ? QString() : app->msgBoxes.last().prompt;
+    }
+
+    // The next entity tree answers with this entity and field and presses its OK.
+    void treeChooses(qint32 entityId, const std::shared_ptr<IField>& field) {
+        app->modalHandlers.push_back([=, this](QDialog& dialog) {
+            auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
+            treeCaptions << tree.windowTitle();
+            widgets->lastTree->selectedKey = QString::number(entityId);
+            widgets->lastTree->selectedFields = {field};
+            tree.cmdButton[1]->click();
+            return tree.result();
+        });
+    }
+
+    CDataSourcesColumns columns;
+    std::shared_ptr<FakeField> keyField;
+    QStringList treeCaptions;
+};
+
+TEST_F(KeySelectorTest, InitializeShowsTheOrdinalAndTheKeyField) {
+    frmKeySelector dialog;
+    open(dialog, 2, 10);
+
+    EXPECT_EQ(dialog.objectName(), "frmKeySelector");
+    EXPECT_EQ(dialog.windowTitle(), "Select Key Field");
+    EXPECT_EQ(dialog.udOrdinal->toolTip(), "Select Key Ordinal");
+    EXPECT_EQ(dialog.txtOrdinal->text(), "2");
+    EXPECT_EQ(dialog.udOrdinal->value(), 2);
+    EXPECT_EQ(dialog.Ordinal(), 2);
+    EXPECT_EQ(dialog.txtField->text(), "Cell: CellId");
+    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_EQ(dialog.FieldId(), 10);
+    EXPECT_EQ(dialog.EntityID(), 0);
+    EXPECT_FALSE(dialog.cmdOk->isEnabled());
+
+    typeOrdinal(dialog, QStringLiteral("4"));
+    EXPECT_TRUE(dialog.cmdOk->isEnabled());
+    EXPECT_EQ(dialog.Ordinal(), 4);
+    EXPECT_EQ(dialog.udOrdinal->value(), 4);
+}
+
+TEST_F(KeySelectorTest, OrdinalMustLieBetweenOneAndFiveHundred) {
+    for (const QString& text : {QStringLiteral("0"), QStringLiteral("501"), QString()}) {
+        frmKeySelector dialog;
+        open(dialog, 2, 10);
+        dialog.txtOrdinal->selectAll();
+        QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
+        QTest::keyClicks(dialog.txtOrdinal, text);
+
+        ASSERT_EQ(pressOk(dialog), RangeMessage) << text.toStdString();
+        const RecordedMsgBox& box = app->msgBoxes.at(0);
+        EXPECT_EQ(box.icon, MsgBoxIcon::None);
+        EXPECT_EQ(box.buttons, MsgBoxButtons::OKOnly);
+        EXPECT_EQ(box.title, "Select Key Field");
+        EXPECT_EQ(QApplication::focusWidget(), dialog.txtOrdinal);
+        EXPECT_TRUE(dialog.isVisible());
+        EXPECT_TRUE(dialog.Cancel());
+    }
+
+    frmKeySelector dialog;
+    open(dialog, 2, 10);
+    typeOrdinal(dialog, QStringLiteral("500"));
+    EXPECT_EQ(pressOk(dialog), QString());
+    EXPECT_FALSE(dialog.Cancel());
+    EXPECT_EQ(dialog.Ordinal(), 500);
+}
+
+TEST_F(KeySelectorTest, OrdinalOfAnotherLiveKeyIsRefused) {
+    frmKeySelector dialog;
+    open(dialog, 2, 10);
+    typeOrdinal(dialog, QStringLiteral("1"));
+    EXPECT_EQ(pressOk(dialog), "Ordinal 1 is already in use");
+    EXPECT_EQ(QApplication::focusWidget(), dialog.txtOrdinal);
+
+    typeOrdinal(dialog, QStringLiteral("2")); // its own: not tested against the columns
+    EXPECT_EQ(pressOk(dialog), QString());
+    EXPECT_FALSE(dialog.Cancel());
+}
+
+TEST_F(KeySelectorTest, DeletedKeyColumnDoesNotBlockItsOrdinal) {
+    frmKeySelector dialog;
+    open(dialog, 0, 10);
+    typeOrdinal(dialog, QStringLiteral("3"));
+    EXPECT_EQ(pressOk(dialog), QString());
+    EXPECT_EQ(dialog.Ordinal(), 3);
+}
+
+TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnly) {
+    frmKeySelector dialog;
+    open(dialog, 0, 10);
+    EXPECT_EQ(dialog.txtOrdinal->text(), "");
+    QTest::keyClicks(dialog.txtOrdinal, QStringLiteral("1x2 -"));
+    EXPECT_EQ(dialog.txtOrdinal->text(), "12");
+
+    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Backspace);
+    EXPECT_EQ(dialog.txtOrdinal->text(), "12");
+
+    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Home);
+    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
+    EXPECT_EQ(dialog.txtOrdinal->text(), "2");
+    EXPECT_EQ(dialog.Ordinal(), 2);
+}
+
+TEST_F(KeySelectorTest, UpDownAndOrdinalBoxStayInStep) {
+    frmKeySelector dialog;
+    open(dialog, 499, 10);
+    EXPECT_EQ(dialog.udOrdinal->minimum(), 1);
+    EXPECT_EQ(dialog.udOrdinal->maximum(), 500);
+
+    dialog.udOrdinal->stepUp();
+    EXPECT_EQ(dialog.txtOrdinal->text(), "500");
+    EXPECT_EQ(dialog.Ordinal(), 500);
+    EXPECT_TRUE(dialog.cmdOk->isEnabled());
+    dialog.udOrdinal->stepUp();
+    EXPECT_EQ(dialog.txtOrdinal->text(), "500");
+
+    typeOrdinal(dialog, QStringLiteral("17"));
+    EXPECT_EQ(dialog.udOrdinal->value(), 17);
+    dialog.udOrdinal->stepDown();
+    EXPECT_EQ(dialog.txtOrdinal->text(), "16");
+
+    dialog.setOrdinal(1);
+    EXPECT_EQ(dialog.txtOrdinal->text(), "1");
+    EXPECT_EQ(dialog.udOrdinal->value(), 1);
+    EXPECT_EQ(dialog.Ordinal(), 1);
+}
+
+TEST_F(KeySelectorTest, OkWithoutAKeyFieldAsksForOne) {
+    frmKeySelector dialog;
+    open(dialog, 0, 0);
+    EXPECT_EQ(dialog.txtField->text(), "");
+    typeOrdinal(dialog, QStringLiteral("4"));
+    EXPECT_EQ(pressOk(dialog), "A key field has not been selected");
+    EXPECT_EQ(app->msgBoxes.at(0).title, "Select Key Field");
+    EXPECT_EQ(QApplication::focusWidget(), dialog.cmdSelect);
+    EXPECT_TRUE(dialog.isVisible());
+}
+
+TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
+    auto siteId = dictionary->addField(20, QStringLiteral("SiteId"), 6);
+    siteId->entityLabel = QStringLiteral("Site");
+    dictionary->addEntity(6, QStringLiteral("SITE"), "Site");
+    treeChooses(6, siteId);
+    frmKeySelector dialog;
+    open(dialog, 2, 10);
+    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton);
+
+    EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
+    EXPECT_EQ(treeCaptions, QStringList{"Select Key Field"});
+    EXPECT_EQ(widgets->lastTree->mode, 0);
+    EXPECT_EQ(widgets->lastTree->loads, QStringList{"CELL|Traffic"});
+    EXPECT_EQ(widgets->lastTree->selectedItem, 10);
+    EXPECT_EQ(dialog.txtField->text(), "Site: SiteId");
+    EXPECT_EQ(dialog.FieldId(), 20);
+    EXPECT_EQ(dialog.EntityID(), 6);
+    EXPECT_TRUE(dialog.cmdOk->isEnabled());
+
+    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton);
+    EXPECT_EQ(treeCaptions.last(), "Update Key Field Selection");
+    EXPECT_EQ(widgets->lastTree->selectedItem, 20);
+
+    EXPECT_EQ(pressOk(dialog), QString());
+    EXPECT_FALSE(dialog.Cancel());
+    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
+}
+
+TEST_F(KeySelectorTest, CancelledTreeOrDialogChangesNothing) {
+    frmKeySelector dialog;
+    open(dialog, 2, 10);
+    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton); // no handler: the tree is cancelled
+    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_EQ(dialog.FieldId(), 10);
+    EXPECT_EQ(dialog.EntityID(), 0);
+    EXPECT_FALSE(dialog.cmdOk->isEnabled());
+
+    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
+    EXPECT_TRUE(dialog.Cancel());
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+} // namespace
+} // namespace Orvane::Testing
