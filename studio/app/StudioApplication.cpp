@@ -1,0 +1,110 @@
+#include "studio/app/StudioApplication.h"
+
+#include "orvane/host/IAppForm.h"
+
+#include <QApplication>
+#include <QDialog>
+#include <QInputDialog>
+#include <QMessageBox>
+
+namespace Orvane::Studio {
+
+namespace {
+
+QMessageBox::Icon iconOf(MsgBoxIcon icon) {
+    switch (icon) {
+    case MsgBoxIcon::Critical:
+        return QMessageBox::Critical;
+    case MsgBoxIcon::Question:
+        return QMessageBox::Question;
+    case MsgBoxIcon::Exclamation:
+        return QMessageBox::Warning;
+    case MsgBoxIcon::Information:
+        return QMessageBox::Information;
+    case MsgBoxIcon::None:
+        break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QMessageBox::StandardButtons buttonsOf(MsgBoxButtons buttons) {
+    switch (buttons) {
+    case MsgBoxButtons::OKCancel:
+        return QMessageBox::Ok | QMessageBox::Cancel;
+    case MsgBoxButtons::YesNo:
+        return QMessageBox::Yes | QMessageBox::No;
+    case MsgBoxButtons::OKOnly:
+        break;
+    }
+    return QMessageBox::Ok;
+}
+
+MsgBoxResult resultOf(int button) {
+    switch (button) {
+    case QMessageBox::Cancel:
+        return MsgBoxResult::Cancel;
+    case QMessageBox::Yes:
+        return MsgBoxResult::Yes;
+    case QMessageBox::No:
+        return MsgBoxResult::No;
+    default:
+        return MsgBoxResult::OK;
+    }
+}
+
+} // namespace
+
+StudioApplication::StudioApplication(bool editPermission, qint32 ownerId)
+    : m_editPermission(editPermission)
+    , m_ownerId(ownerId) {}
+
+void StudioApplication::setMousePointer(qint32 pointer) {
+    if (pointer == m_pointer)
+        return;
+    if (m_pointer == HourglassPointer)
+        QApplication::restoreOverrideCursor();
+    if (pointer == HourglassPointer)
+        QApplication::setOverrideCursor(Qt::WaitCursor);
+    m_pointer = pointer;
+}
+
+MsgBoxResult StudioApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons,
+                                       MsgBoxIcon icon, const QString& title) {
+    // Messages break their lines with CR LF; a Qt label wants LF alone.
+    QString text = prompt;
+    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    QMessageBox box(iconOf(icon), title.isEmpty() ? QApplication::applicationName() : title, text,
+                    buttonsOf(buttons), m_mainWindow);
+    return resultOf(box.exec());
+}
+
+QString StudioApplication::InputBox(const QString& prompt, const QString& title,
+                                    const QString& defaultText) {
+    bool ok = false;
+    const QString text =
+        QInputDialog::getText(m_mainWindow, title, prompt, QLineEdit::Normal, defaultText, &ok);
+    return ok ? text : QString();
+}
+
+int StudioApplication::ShowModal(QDialog& dialog) {
+    return dialog.exec();
+}
+
+void StudioApplication::ShowHelp(const QString& helpContextName) {
+    QMessageBox::information(
+        m_mainWindow, QStringLiteral("Help"),
+        QStringLiteral("%1\n\nOrvane Studio defines External Data Sources: the source's "
+                       "settings on the left, its columns in the grid below. Right-click the grid "
+                       "for the column, field and key commands.")
+            .arg(helpContextName));
+}
+
+void StudioApplication::RegisterForm(IAppForm* form) {
+    m_forms.append(form);
+}
+
+void StudioApplication::UnregisterForm(IAppForm* form) {
+    m_forms.removeAll(form);
+}
+
+} // namespace Orvane::Studio

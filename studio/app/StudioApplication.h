@@ -1,0 +1,43 @@
+#pragma once
+
+#include "orvane/host/IApplication.h"
+
+#include <QList>
+
+class QWidget;
+
+namespace Orvane::Studio {
+
+// The Studio's application object: real message and input boxes, the busy cursor, modal shows
+// and help, for the library's controls and dialogs.
+class StudioApplication : public IApplication {
+public:
+    explicit StudioApplication(bool editPermission = true, qint32 ownerId = 1);
+
+    // The window that message and input boxes are shown over.
+    void setMainWindow(QWidget* window) { m_mainWindow = window; }
+
+    bool EditPermission() const override { return m_editPermission; }
+    qint32 OwnerId() const override { return m_ownerId; }
+    qint32 MousePointer() const override { return m_pointer; }
+    void setMousePointer(qint32 pointer) override;
+    MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
+                        const QString& title) override;
+    QString InputBox(const QString& prompt, const QString& title,
+                     const QString& defaultText = QString()) override;
+    int ShowModal(QDialog& dialog) override;
+    void ShowHelp(const QString& helpContextName) override;
+    void RegisterForm(IAppForm* form) override;
+    void UnregisterForm(IAppForm* form) override;
+
+    const QList<IAppForm*>& Forms() const { return m_forms; }
+
+private:
+    bool m_editPermission;
+    qint32 m_ownerId;
+    qint32 m_pointer = DefaultPointer;
+    QWidget* m_mainWindow = nullptr;
+    QList<IAppForm*> m_forms;
+};
+
+} // namespace Orvane::Studio

@@ -1,0 +1,172 @@
+#include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "tests/support/FakeHost.h"
+
+#include <QPushButton>
+
+namespace Orvane::Testing {
+namespace {
+
+class DataSourcesDataTest : public FakeHostTest {
+protected:
+    DataSourcesDataTest() { cell = dictionary->addEntity(3, "Cell", "Cell"); }
+
+    Row documentRow(QVariant isTimeSeries = "Y", QVariant frequency = 12) {
+        return Row{{"Id", 42},
+                   {"EDS_Type", "A"},
+                   {"Entity_id", 3},
+                   {"is_time_series", isTimeSeries},
+                   {"frequency_id", frequency}};
+    }
+
+    std::shared_ptr<FakeEntity> cell;
+    std::shared_ptr<FakeDocumentType> ascii =
+        std::make_shared<FakeDocumentType>("ASCII Data Source", "EDS", "ASCII Data Source");
+    std::shared_ptr<FakeDocumentType> odbc =
+        std::make_shared<FakeDocumentType>("ODBC Data Source", "EDS", "ODBC Data Source");
+};
+
+TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndAsciiSettings) {
+    query->Answer("FROM eds_column a", {Row{{"col_id", 5},
+                                            {"col_name", "Cell"},
+                                            {"col_type", "S"},
+                                            {"col_position", 1},
+                                            {"Field_id", QVariant()},
+                                            {"pk_id", QVariant()},
+                                            {"pkFld_id", QVariant()},
+                                            {"ordinal", QVariant()},
+                                            {"pkEntity_id", QVariant()},
+                                            {"pkFld_name", QVariant()},
+                                            {"pkEntity_name", QVariant()},
+                                            {"pkEntity_label", QVariant()},
+                                            {"TimeStamp", "N"},
+                                            {"editor_position", 1}}});
+    query->Answer("eds_ascii_file", {Row{{"FileName", "/data/cells.csv"}, {"separator", ","}}});
+    FakeRecordset rst({documentRow()});
+    CDataSourcesData doc;
+    EXPECT_FALSE(doc.InitEdit(rst, ascii)); // the result is never a success flag
+
+    EXPECT_EQ(doc.DocId(), 42);
+    EXPECT_EQ(doc.EDS_Type(), "A");
+    EXPECT_EQ(doc.Entity(), cell);
+    EXPECT_EQ(doc.Columns()->Entity(), cell);
+    EXPECT_TRUE(doc.IsTimeSeries());
+    EXPECT_EQ(doc.FreqId(), 12);
+    EXPECT_EQ(doc.Columns()->Count(), 1);
+    EXPECT_EQ(doc.FileName(), "/data/cells.csv");
+    EXPECT_EQ(doc.Delimeter(), ",");
+    EXPECT_FALSE(doc.IsNew());
+    EXPECT_TRUE(query->log.contains("OPEN SELECT * FROM eds_ascii_file WHERE eds_id =42"));
+    EXPECT_EQ(query->lastTimeout, 60);
+    EXPECT_EQ(doc.Category(), "ASCII Data Sources");
+    EXPECT_EQ(doc.EditorName(), "ASCII Data Source Editor");
+}
+
+TEST_F(DataSourcesDataTest, OnlyAnUpperCaseYIsATimeSeriesAndANullFrequencyIsZero) {
+    for (const QVariant& flag : {QVariant("y"), QVariant("N"), QVariant()}) {
+        FakeRecordset rst({documentRow(flag, QVariant())});
+        CDataSourcesData doc;
+        doc.InitEdit(rst, ascii);
+        EXPECT_FALSE(doc.IsTimeSeries()) << flag.toString().toStdString();
+        EXPECT_EQ(doc.FreqId(), 0);
+    }
+}
+
+TEST_F(DataSourcesDataTest, OdbcNullsBecomeEmptyWhereAllowedAndErrorsElsewhere) {
+    query->Answer("eds_odbc_file", {Row{{"DB_Server", "pmdb01"},
+                                        {"DB_Database", QVariant()},
+                                        {"Table_Name", "cell_kpi"},
+                                        {"DB_UserId", QVariant()},
+                                        {"DB_Password", QVariant()}}});
+    FakeRecordset rst({documentRow()});
+    CDataSourcesData doc;
+    doc.setSchema("old");
+    doc.InitEdit(rst, odbc);
+    EXPECT_EQ(doc.Server(), "pmdb01");
+    EXPECT_EQ(doc.Table(), "cell_kpi");
+    EXPECT_EQ(doc.Schema(), "");
+    EXPECT_EQ(doc.UserId(), "");
+    EXPECT_EQ(doc.Category(), "ODBC Data Sources");
+
+    auto nullServer = std::make_shared<FakeQueryService>();
+    nullServer->Answer("eds_odbc_file", {Row{{"DB_Server", QVariant()},
+                                             {"DB_Database", "x"},
+                                             {"Table_Name", "t"},
+                                             {"DB_UserId", "u"},
+                                             {"DB_Password", "p"}}});
+    HostRegistry::Install({nullServer, dictionary, app, widgets});
+    FakeRecordset again({documentRow()});
+    EXPECT_THROW(CDataSourcesData().InitEdit(again, odbc), Error);
+}
+
+TEST_F(DataSourcesDataTest, AnotherTypeLoadsNoSettingsAndAMissingRowKeepsThePreviousValues) {
+    FakeRecordset rst({documentRow()});
+    CDataSourcesData doc;
+    doc.setFileName("kept");
+    doc.InitEdit(rst, std::make_shared<FakeDocumentType>("Report"));
+    EXPECT_EQ(doc.Category(), "");
+    EXPECT_TRUE(query->log.filter("eds_ascii_file").isEmpty());
+    EXPECT_TRUE(query->log.filter("eds_odbc_file").isEmpty());
+
+    FakeRecordset again({documentRow()});
+    doc.InitEdit(again, ascii); // no settings row answered
+    EXPECT_EQ(doc.FileName(), "kept");
+}
+
+TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialog) {
+    app->modalHandlers.push_back([](QDialog& dialog) {
+        auto& selector = dynamic_cast<FSelectEntityTree&>(dialog);
+        EXPECT_EQ(selector.windowTitle(), "Select Entity for this Data Source");
+        auto* tree = static_cast<FakeTemplateTree*>(selector.tpl);
+        EXPECT_EQ(tree->loads, QStringList{"System|Traffic"});
+        tree->selectedKey = "3";
+        selector.cmdButton[1]->click();
+        return dialog.result();
+    });
+    CDataSourcesData doc;
+    EXPECT_TRUE(doc.InitNew(ascii));
+    EXPECT_TRUE(doc.IsNew());
+    EXPECT_EQ(doc.Entity(), cell);
+    EXPECT_EQ(doc.Columns()->Entity(), cell);
+    EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
+}
+
+TEST_F(DataSourcesDataTest, CancellingTheEntityDialogCancelsTheNewDocument) {
+    CDataSourcesData doc;
+    const auto before = doc.Columns();
+    EXPECT_FALSE(doc.InitNew(ascii));
+    EXPECT_FALSE(doc.IsNew());
+    EXPECT_EQ(doc.Entity(), nullptr);
+    EXPECT_NE(doc.Columns(), before); // a new, empty collection stays in place
+    EXPECT_EQ(doc.Columns()->Count(), 0);
+}
+
+TEST_F(DataSourcesDataTest, SaveDataChoosesThePathAndReloadsTheEntity) {
+    CDataSourcesData doc;
+    doc.setDocId(42);
+    doc.setEntity(cell);
+    doc.setIsNew(true);
+    doc.Columns()->Add("A")->setColumn_Type("String");
+    EXPECT_TRUE(doc.SaveData());
+    EXPECT_EQ(doc.Columns()->EDS_Id(), 42);
+    EXPECT_EQ(cell->reloads, 1);
+    EXPECT_EQ(query->log.filter("INSERT INTO eds_column").size(), 1);
+    EXPECT_EQ(app->pointer, DefaultPointer);
+    EXPECT_TRUE(doc.IsNew()); // the host decides when the document stops being new
+
+    query->clearLog();
+    doc.setIsNew(false);
+    doc.Columns()->Item("A")->setDirty(true);
+    doc.SaveData();
+    EXPECT_TRUE(query->log.filter("INSERT INTO eds_column").isEmpty());
+    EXPECT_EQ(query->executed().last(),
+              "UPDATE eds_column SET col_name = 'A', col_type = 'S', col_position = 0, "
+              "editor_position = 0 WHERE col_id = 100");
+}
+
+} // namespace
+} // namespace Orvane::Testing
