@@ -1,0 +1,125 @@
+#include "orvane/editors/SourceSettingsEditor.h"
+
+#include "orvane/editors/mOrvane.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
+#include "orvane/model/FrequencyList.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+
+namespace Orvane {
+
+SourceSettingsEditor::SourceSettingsEditor(QWidget* parent)
+    : QWidget(parent) {}
+
+SourceSettingsEditor::~SourceSettingsEditor() = default;
+
+void SourceSettingsEditor::createTimeSeriesBox(QWidget* parent) {
+    ckTimeSeries = new QCheckBox(QStringLiteral("Data IsTime Series"), parent);
+    ckTimeSeries->setObjectName(QStringLiteral("ckTimeSeries"));
+    ckTimeSeries->setToolTip(QStringLiteral("Check if data is time series"));
+    connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::timeSeriesClicked);
+}
+
+void SourceSettingsEditor::createFrequencyLabel(QWidget* parent) {
+    lblFreq = createLabel(QStringLiteral("lblFreq"), QStringLiteral("Frequency:"), parent);
+}
+
+void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& toolTip) {
+    cboFrequency = new QComboBox(parent);
+    cboFrequency->setObjectName(QStringLiteral("cboFrequency"));
+    cboFrequency->setToolTip(toolTip);
+    connect(cboFrequency, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+}
+
+QLabel* SourceSettingsEditor::createLabel(const QString& name, const QString& caption,
+                                          QWidget* parent) {
+    auto* label = new QLabel(caption, parent);
+    label->setObjectName(name);
+    return label;
+}
+
+QLineEdit* SourceSettingsEditor::createTextBox(const QString& name, const QString& toolTip,
+                                               QWidget* parent) {
+    auto* textBox = new QLineEdit(parent);
+    textBox->setObjectName(name);
+    textBox->setToolTip(toolTip);
+    return textBox;
+}
+
+void SourceSettingsEditor::raiseChange(bool isTimeSeriesChange) {
+    if (!Loading)
+        emit dsgChange(isTimeSeriesChange);
+}
+
+bool SourceSettingsEditor::IsTimeSeries() const {
+    return ckTimeSeries->isChecked();
+}
+
+void SourceSettingsEditor::setIsTimeSeries(bool value) {
+    ckTimeSeries->setChecked(value);
+    applyFrequencyRule();
+}
+
+qint32 SourceSettingsEditor::Frequency() const {
+    if (!ckTimeSeries->isChecked())
+        return 0;
+    return FrequencyList::IdOf(cboFrequency->currentText());
+}
+
+void SourceSettingsEditor::setFrequency(qint32 value) {
+    cboFrequency->setCurrentIndex(cboFrequency->findText(FrequencyList::DescriptionOf(value)));
+}
+
+void SourceSettingsEditor::fillFrequencies() {
+    cboFrequency->clear();
+    mOrvane::FillFrequencyList(*cboFrequency);
+}
+
+void SourceSettingsEditor::showTimeSeriesDefaults() {
+    ckTimeSeries->setChecked(true);
+    cboFrequency->setEnabled(true);
+    cboFrequency->setCurrentIndex(cboFrequency->count() > 0 ? 0 : -1);
+}
+
+void SourceSettingsEditor::showTimeSeries(bool bIsTimeSeries, qint32 lFreq) {
+    ckTimeSeries->setChecked(bIsTimeSeries);
+    cboFrequency->setEnabled(bIsTimeSeries);
+    if (bIsTimeSeries)
+        setFrequency(lFreq);
+    else
+        cboFrequency->setCurrentIndex(-1);
+}
+
+void SourceSettingsEditor::applyFrequencyRule() {
+    mOrvane::ApplyFrequencyRule(*ckTimeSeries, *cboFrequency);
+}
+
+bool SourceSettingsEditor::applyEditPermission() {
+    const bool permission = HostRegistry::App().EditPermission();
+    mOrvane::SetControlsEnabled(this, permission);
+    return permission;
+}
+
+bool SourceSettingsEditor::frequencyMissing() const {
+    return ckTimeSeries->isChecked() && cboFrequency->currentIndex() < 0;
+}
+
+void SourceSettingsEditor::reportInvalid(const QString& message, const QString& title,
+                                         QWidget* focus) {
+    HostRegistry::App().MsgBox(message, MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, title);
+    focus->setFocus();
+}
+
+QString SourceSettingsEditor::trimmedText(const QLineEdit* textBox) {
+    return textBox->text().trimmed();
+}
+
+void SourceSettingsEditor::setTrimmedText(QLineEdit* textBox, const QString& value) {
+    textBox->setText(value.trimmed());
+}
+
+} // namespace Orvane

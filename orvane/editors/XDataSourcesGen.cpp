@@ -1,0 +1,222 @@
+#include "orvane/editors/XDataSourcesGen.h"
+
+#include "orvane/editors/FileNameEdit.h"
+#include "orvane/editors/mOrvane.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "orvane/model/ColumnSave.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QScopedValueRollback>
+#include <QtGlobal>
+
+namespace Orvane {
+
+namespace {
+
+int px(int twips) {
+    return mOrvane::TwipsToPixels(twips);
+}
+
+// The entries of cboDelimeter, aligned on the symbol, and the character each one stands for.
+const QStringList DelimiterEntries = {QStringLiteral("   <space>"), QStringLiteral(" : <colon>"),
+                                      QStringLiteral(" , <comma>"), QStringLiteral(" / <slash>"),
+                                      QStringLiteral("   <tab>")};
+const QStringList Delimiters = {QStringLiteral(" "), QStringLiteral(":"), QStringLiteral(","),
+                                QStringLiteral("/"), QStringLiteral("\t")};
+constexpr int TabDelimiter = 4;
+
+constexpr int MinWidth = 6195;
+constexpr int MinHeight = 2505;
+constexpr int TextBoxMargin = 1080; // a text box is this much narrower than the control
+constexpr int Left = 120;
+constexpr int LabelHeight = 240;
+constexpr int BoxHeight = 345;
+constexpr int ListWidth = 2000;
+
+} // namespace
+
+XDataSourcesGen::XDataSourcesGen(QWidget* parent)
+    : SourceSettingsEditor(parent) {
+    setObjectName(QStringLiteral("XDataSourcesGen"));
+    createControls();
+    {
+        QScopedValueRollback<bool> loading(Loading, true);
+        fillDelimiters();
+    }
+    applyFrequencyRule();
+    setMinimumSize(px(MinWidth), px(MinHeight));
+    resize(px(MinWidth), px(MinHeight));
+    layoutControls();
+}
+
+XDataSourcesGen::~XDataSourcesGen() = default;
+
+void XDataSourcesGen::createControls() {
+    lblDesc = createLabel(QStringLiteral("lblDesc"), QStringLiteral("Description:"), this);
+    txtDescription = createTextBox(QStringLiteral("txtDescription"),
+                                   QStringLiteral("Enter Description of Document"), this);
+    lblFile = createLabel(QStringLiteral("lblFile"), QStringLiteral("File Name:"), this);
+    txtFile = new FileNameEdit(this);
+    txtFile->setObjectName(QStringLiteral("txtFile"));
+    txtFile->setToolTip(QStringLiteral("Enter file path and name"));
+    lblDelimeter = createLabel(QStringLiteral("lblDelimeter"), QStringLiteral("Delimeter:"), this);
+    cboDelimeter = new QComboBox(this);
+    cboDelimeter->setObjectName(QStringLiteral("cboDelimeter"));
+    cboDelimeter->setToolTip(QStringLiteral("Select Delimeter"));
+    createTimeSeriesBox(this);
+    createFrequencyLabel(this);
+    createFrequencyBox(this, QString());
+
+    connect(txtDescription, &QLineEdit::textChanged, this, [this] { raiseChange(false); });
+    // Only keystrokes count as edits of the file name, and they count even while Loading.
+    connect(txtFile, &FileNameEdit::keyAccepted, this, [this] { emit dsgChange(false); });
+    connect(cboDelimeter, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+}
+
+void XDataSourcesGen::fillDelimiters() {
+    cboDelimeter->clear();
+    cboDelimeter->addItems(DelimiterEntries);
+    cboDelimeter->setCurrentIndex(TabDelimiter);
+}
+
+void XDataSourcesGen::setData(std::shared_ptr<CDataSourcesData> value) {
+    m_data = std::move(value);
+}
+
+QString XDataSourcesGen::Eds_Description() const {
+    return trimmedText(txtDescription);
+}
+
+void XDataSourcesGen::setEds_Description(const QString& value) {
+    setTrimmedText(txtDescription, value);
+}
+
+QString XDataSourcesGen::Eds_File() const {
+    return trimmedText(txtFile);
+}
+
+void XDataSourcesGen::setEds_File(const QString& value) {
+    setTrimmedText(txtFile, value);
+}
+
+QString XDataSourcesGen::Eds_Delimeter() const {
+    const int index = cboDelimeter->currentIndex();
+    return index < 0 ? QString() : Delimiters.at(index);
+}
+
+void XDataSourcesGen::setEds_Delimeter(const QString& value) {
+    const int index = Delimiters.indexOf(value);
+    if (index < 0)
+        cboDelimeter->setPlaceholderText(value.trimmed());
+    cboDelimeter->setCurrentIndex(index);
+}
+
+void XDataSourcesGen::InitializeDefaults() {
+    QScopedValueRollback<bool> loading(Loading, true);
+    fillDelimiters();
+    fillFrequencies();
+    txtDescription->clear();
+    txtFile->clear();
+    showTimeSeriesDefaults();
+}
+
+void XDataSourcesGen::Initialize(const QString& sDesc, const QString& sFile, const QString& sDelim,
+                                 bool bIsTimeSeries, qint32 lFreq) {
+    QScopedValueRollback<bool> loading(Loading, true);
+    fillDelimiters();
+    fillFrequencies();
+    txtDescription->setText(sDesc);
+    txtFile->setText(sFile);
+    setEds_Delimeter(sDelim);
+    showTimeSeries(bIsTimeSeries, lFreq);
+    // Unlike the ODBC editor, an unchecked box keeps its frequency box disabled here.
+    if (applyEditPermission())
+        applyFrequencyRule();
+}
+
+bool XDataSourcesGen::IsValid(const QString& sMsgBoxTitle) {
+    // The titles of this editor append a blank and the kind of error.
+    if (txtFile->text().isEmpty()) {
+        reportInvalid(QStringLiteral("A full path must be supplied to the data file"),
+                      sMsgBoxTitle + QStringLiteral(" Path Error"), txtFile);
+        return false;
+    }
+    if (mOrvane::FileNameHasBadChar(txtFile->text().trimmed())) {
+        reportInvalid(
+            QStringLiteral("A file name cannot include any of the following characters: ") +
+                mOrvane::InvalidFileChars,
+            sMsgBoxTitle + QStringLiteral(" File Name Error"), txtFile);
+        return false;
+    }
+    if (cboDelimeter->currentIndex() < 0) {
+        reportInvalid(QStringLiteral("A delimeter type must be selected"),
+                      sMsgBoxTitle + QStringLiteral(" Delimeter Error"), cboDelimeter);
+        return false;
+    }
+    if (frequencyMissing()) {
+        reportInvalid(QStringLiteral("A time series frequency must be selected"),
+                      sMsgBoxTitle + QStringLiteral(" Frequency Selection Error"), cboFrequency);
+        return false;
+    }
+    return true;
+}
+
+void XDataSourcesGen::timeSeriesClicked(bool checked) {
+    if (Loading) {
+        applyFrequencyRule();
+        return;
+    }
+    if (!checked && timeStampRemovalRefused()) {
+        IgnoreNextTimeSeriesClick = true;
+        ckTimeSeries->setChecked(true);
+        applyFrequencyRule();
+        return;
+    }
+    if (checked && IgnoreNextTimeSeriesClick) {
+        IgnoreNextTimeSeriesClick = false;
+        applyFrequencyRule();
+        return;
+    }
+    emit dsgChange(true);
+    applyFrequencyRule();
+}
+
+// Unchecking the box drops the time-stamp column; once that column is stored, reports may use
+// it, so the user must confirm.
+bool XDataSourcesGen::timeStampRemovalRefused() {
+    if (!m_data) {
+        qWarning("XDataSourcesGen: the time-series box changed before the host set Data");
+        return false;
+    }
+    if (m_data->IsNew())
+        return false;
+    const auto timeStamp = m_data->Columns()->TSColumn();
+    if (!timeStamp || timeStamp->Column_Id() < 1)
+        return false;
+    return !ColumnSave::TemplateUseCheck(true, timeStamp->Column_Id());
+}
+
+void XDataSourcesGen::resizeEvent(QResizeEvent* event) {
+    SourceSettingsEditor::resizeEvent(event);
+    layoutControls();
+}
+
+void XDataSourcesGen::layoutControls() {
+    const int textWidth = width() - px(TextBoxMargin);
+    lblDesc->setGeometry(px(Left), px(60), px(ListWidth), px(LabelHeight));
+    txtDescription->setGeometry(px(Left), px(300), textWidth, px(BoxHeight));
+    lblFile->setGeometry(px(Left), px(705), px(ListWidth), px(LabelHeight));
+    txtFile->setGeometry(px(Left), px(945), textWidth, px(BoxHeight));
+    lblDelimeter->setGeometry(px(Left), px(1350), px(ListWidth), px(LabelHeight));
+    cboDelimeter->setGeometry(px(Left), px(1590), px(ListWidth), px(BoxHeight));
+    ckTimeSeries->setGeometry(px(Left), px(2055), px(2400), px(BoxHeight));
+    lblFreq->setGeometry(px(2520), px(2100), px(1080), px(LabelHeight));
+    cboFrequency->setGeometry(px(3640), px(2055), px(ListWidth), px(BoxHeight));
+}
+
+} // namespace Orvane
