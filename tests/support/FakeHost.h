@@ -4,6 +4,7 @@
 #include "tests/support/FakeDictionary.h"
 #include "tests/support/FakeQueryService.h"
 #include "tests/support/FakeWidgets.h"
+#include "tests/support/QtPrinters.h"
 
 #include <gtest/gtest.h>
 #include <memory>
