@@ -7,6 +7,7 @@
 #include "orvane/host/IRecordset.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/MSQL.h"
 
 #include <QStringList>
@@ -178,6 +179,29 @@ void CDataSourcesColumns::Remove(qint32 index) {
 void CDataSourcesColumns::Clear() {
     while (!m_items.empty())
         removeAt(0);
+}
+
+std::shared_ptr<const CDataSourcesColumnsState> CDataSourcesColumns::SaveState() const {
+    auto state = std::make_shared<CDataSourcesColumnsState>();
+    state->edsId = m_edsId;
+    for (std::size_t i = 0; i < m_items.size(); ++i) {
+        const ColumnPtr& column = m_items[i];
+        state->items.push_back({m_keys[i], column, *column, column->Field_Id()});
+    }
+    return state;
+}
+
+void CDataSourcesColumns::RestoreState(const CDataSourcesColumnsState& state) {
+    m_items.clear();
+    m_keys.clear();
+    m_byKey.clear();
+    for (const auto& item : state.items) {
+        *item.column = item.values;
+        if (item.column->Field())
+            item.column->Field()->setField_Id(item.fieldId);
+        append(item.key, item.column);
+    }
+    m_edsId = state.edsId;
 }
 
 void CDataSourcesColumns::append(const QString& key, ColumnPtr column) {

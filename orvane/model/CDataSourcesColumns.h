@@ -8,6 +8,7 @@
 namespace Orvane {
 
 class CDataSourcesColumn;
+class CDataSourcesColumnsState;
 class IEntity;
 
 // The columns of a data source in insertion order, keyed by trimmed column name without regard
@@ -55,6 +56,12 @@ public:
     bool Exists(const QString& key) const { return Item(key) != nullptr; }
     bool Exists(qint32 index) const { return Item(index) != nullptr; }
     void Clear();
+
+    // Everything a save may change (membership, ids, flags, the field ids of mapped fields), so
+    // that a host whose save failed and was rolled back can put the columns back as they were
+    // and let the user retry. The column objects keep their identity.
+    std::shared_ptr<const CDataSourcesColumnsState> SaveState() const;
+    void RestoreState(const CDataSourcesColumnsState& state);
 
     // Enumeration in collection order.
     std::vector<ColumnPtr>::const_iterator begin() const { return m_items.begin(); }

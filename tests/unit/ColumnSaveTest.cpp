@@ -216,6 +216,35 @@ TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveWithTheDatabaseMessage) {
     EXPECT_TRUE(query->log.filter("col_name = 'B'").isEmpty());
 }
 
+TEST_F(ColumnSaveTest, ARestoredStateLetsAFailedSaveBeRetriedFromTheStart) {
+    const auto gone = stored("Gone", 1, 1);
+    gone->setColumnDeleted(true);
+    const auto fresh = columns.Add("Fresh");
+    fresh->setField(newField("fresh"));
+    const auto state = columns.SaveState();
+    query->FailOn("INSERT INTO eds_primarykey");
+    fresh->setKeyFld_Id(300);
+    fresh->setKey_Ordinal(1);
+    const auto keyed = columns.SaveState();
+
+    EXPECT_THROW(ColumnSave::SaveColumns(columns), Error);
+    EXPECT_FALSE(columns.Exists("Gone"));
+    EXPECT_EQ(fresh->Column_Id(), 100);
+    EXPECT_EQ(fresh->Field_Id(), 5000);
+
+    columns.RestoreState(*keyed);
+    ASSERT_EQ(columns.Count(), 2);
+    EXPECT_EQ(columns.Item(1), gone); // the same objects, in their order
+    EXPECT_TRUE(gone->ColumnDeleted());
+    EXPECT_EQ(columns.Item("fresh"), fresh);
+    EXPECT_EQ(fresh->Column_Id(), 0);
+    EXPECT_EQ(fresh->Field_Id(), 0);
+    EXPECT_EQ(fresh->Key_Ordinal(), 1);
+
+    columns.RestoreState(*state);
+    EXPECT_FALSE(fresh->Is_Key());
+}
+
 TEST_F(ColumnSaveTest, TheTimeStampColumnGoesOnlyWhenTheUserSaysYes) {
     app->msgBoxAnswers = {MsgBoxResult::No, MsgBoxResult::Yes};
     EXPECT_FALSE(ColumnSave::TemplateUseCheck(true, 0));
