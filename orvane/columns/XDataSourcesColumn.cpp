@@ -16,7 +16,6 @@
 #include "orvane/model/MSQL.h"
 
 #include <QAction>
-#include <QFontMetrics>
 #include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
@@ -418,10 +417,10 @@ void XDataSourcesColumn::showColumn(qint32 column, const CDataSourcesColumn& mod
 }
 
 void XDataSourcesColumn::fitWidth(qint32 column) {
-    const QFontMetrics metrics(fpsColumns->font());
-    int widest = metrics.horizontalAdvance(QString::number(column));
+    const QFont& font = fpsColumns->font();
+    int widest = m_textWidths.Width(font, QString::number(column));
     for (qint32 row = 1; row <= Rows::Count; ++row)
-        widest = std::max(widest, metrics.horizontalAdvance(cellText(column, row)));
+        widest = std::max(widest, m_textWidths.Width(font, cellText(column, row)));
     fpsColumns->setColumnWidth(column - 1, widest + CellPadding);
 }
 

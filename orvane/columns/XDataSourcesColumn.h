@@ -1,5 +1,7 @@
 #pragma once
 
+#include "orvane/columns/TextWidthCache.h"
+
 #include <QHash>
 #include <QIcon>
 #include <QString>
@@ -132,6 +134,7 @@ private:
     QMenu* mnuKeys = nullptr;
     QHash<QString, QIcon> ilsColumns;
     QHash<QString, QAction*> m_actions;
+    TextWidthCache m_textWidths;
 
     QString m_appName;
     std::shared_ptr<CDataSourcesColumns> m_columns;
