@@ -431,7 +431,7 @@ void XDataSourcesColumn::fillGrid() {
         if (!model->ColumnDeleted())
             m_columnArray.push_back(model);
     }
-    fpsColumns->setColumnCount(0);
+    // One count for the whole grid; every cell of every column is then written anew.
     fpsColumns->setColumnCount(static_cast<int>(m_columnArray.size()));
     qint32 counter = 1;
     for (const ColumnPtr& model : m_columnArray) {
