@@ -102,6 +102,10 @@ BENCHMARK(BM_BareTableFill)->Unit(benchmark::kMillisecond);
 // Prints the grid fill's time as a multiple of the bare fill's after the usual table.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
+    // Plain text, so that logs stay readable.
+    RatioReporter()
+        : ConsoleReporter(OO_Tabular) {}
+
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type == Run::RT_Iteration)
