@@ -1,0 +1,145 @@
+// Filling the column layout editor with a 500-column document, beside a bare QTableWidget
+// filled with the same texts in the same way (one column count, redrawing off). The last line
+// printed is the ratio of the two.
+
+#include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+
+#include <QApplication>
+#include <QTableWidget>
+#include <array>
+#include <benchmark/benchmark.h>
+#include <iomanip>
+#include <map>
+#include <memory>
+#include <vector>
+
+namespace {
+
+using Orvane::CDataSourcesColumns;
+using Orvane::XDataSourcesColumn;
+
+constexpr int ColumnCount = 500;
+constexpr int RowCount = 6;
+using ColumnTexts = std::array<QString, RowCount>;
+
+const char* const GridFill = "BM_ColumnGridFill";
+const char* const BareFill = "BM_BareTableFill";
+
+// A loaded document: every column stored, a type of each kind, every fifth one a key.
+std::shared_ptr<CDataSourcesColumns> document() {
+    static const char* const codes[] = {"I", "F", "S", "E", "D"};
+    auto columns = std::make_shared<CDataSourcesColumns>();
+    for (int i = 1; i <= ColumnCount; ++i) {
+        const auto column =
+            columns->Add(QStringLiteral("Counter %1").arg(i, 3, 10, QLatin1Char('0')));
+        column->setColumn_Id(i);
+        column->setColumn_Type(QLatin1String(codes[i % 5]));
+        column->setPosition(i);
+        if (i % 5 == 0) {
+            column->setKeyFld_Id(1000 + i);
+            column->setKey_Ordinal(i / 5);
+            column->setKeyEntity(QStringLiteral("Cell"));
+            column->setKeyFld_Name(QStringLiteral("cell_key_%1").arg(i));
+        }
+    }
+    return columns;
+}
+
+// The texts the editor shows for the document, read back from its grid.
+std::vector<ColumnTexts> shownTexts() {
+    XDataSourcesColumn editor;
+    editor.InitEdit(document());
+    const auto* grid = editor.findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
+    std::vector<ColumnTexts> texts(static_cast<std::size_t>(grid->columnCount()));
+    for (int column = 0; column < grid->columnCount(); ++column) {
+        for (int row = 0; row < RowCount; ++row)
+            texts[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)] =
+                grid->item(row, column)->text();
+    }
+    return texts;
+}
+
+void BM_ColumnGridFill(benchmark::State& state) {
+    const auto columns = document();
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto editor = std::make_unique<XDataSourcesColumn>();
+        state.ResumeTiming();
+        editor->InitEdit(columns);
+        state.PauseTiming();
+        editor.reset();
+        state.ResumeTiming();
+    }
+    state.counters["columns"] = ColumnCount;
+}
+
+void BM_BareTableFill(benchmark::State& state) {
+    const std::vector<ColumnTexts> texts = shownTexts();
+    for (auto _ : state) {
+        state.PauseTiming();
+        auto table = std::make_unique<QTableWidget>(RowCount, 0);
+        state.ResumeTiming();
+        table->setUpdatesEnabled(false);
+        table->setColumnCount(static_cast<int>(texts.size()));
+        for (std::size_t column = 0; column < texts.size(); ++column) {
+            for (std::size_t row = 0; row < RowCount; ++row)
+                table->setItem(static_cast<int>(row), static_cast<int>(column),
+                               new QTableWidgetItem(texts[column][row]));
+        }
+        table->setUpdatesEnabled(true);
+        state.PauseTiming();
+        table.reset();
+        state.ResumeTiming();
+    }
+    state.counters["columns"] = static_cast<double>(texts.size());
+}
+
+BENCHMARK(BM_ColumnGridFill)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BareTableFill)->Unit(benchmark::kMillisecond);
+
+// Prints the grid fill's time as a multiple of the bare fill's after the usual table.
+class RatioReporter : public benchmark::ConsoleReporter {
+public:
+    // Plain text, so that logs stay readable.
+    RatioReporter()
+        : ConsoleReporter(OO_Tabular) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            if (run.run_type == Run::RT_Iteration)
+                m_realTime[run.benchmark_name()] = run.GetAdjustedRealTime();
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    void Finalize() override {
+        ConsoleReporter::Finalize();
+        const auto grid = m_realTime.find(GridFill);
+        const auto bare = m_realTime.find(BareFill);
+        if (grid == m_realTime.end() || bare == m_realTime.end() || bare->second <= 0)
+            return;
+        GetOutputStream() << "column grid fill / bare QTableWidget fill (" << ColumnCount
+                          << " columns): " << std::fixed << std::setprecision(2)
+                          << grid->second / bare->second << '\n';
+    }
+
+private:
+    std::map<std::string, double> m_realTime;
+};
+
+} // namespace
+
+int main(int argc, char** argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    benchmark::Initialize(&argc, argv);
+    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+        return 1;
+    RatioReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    benchmark::Shutdown();
+    return 0;
+}

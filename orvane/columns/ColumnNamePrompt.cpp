@@ -1,0 +1,88 @@
+#include "orvane/columns/ColumnNamePrompt.h"
+
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+
+namespace Orvane::ColumnNamePrompt {
+
+namespace {
+
+enum class Wording { Adding, Renaming, Unique };
+
+QString promptFor(Wording wording) {
+    switch (wording) {
+    case Wording::Renaming:
+        return QStringLiteral("Please enter new column name");
+    case Wording::Unique:
+        return QStringLiteral("Please enter a unique column name");
+    case Wording::Adding:
+        break;
+    }
+    return QStringLiteral("Please enter column name");
+}
+
+QString titleFor(Wording wording) {
+    switch (wording) {
+    case Wording::Renaming:
+        return QStringLiteral("RENAMING COLUMN");
+    case Wording::Unique:
+        return QStringLiteral("COLUMN NAME EXISTS");
+    case Wording::Adding:
+        break;
+    }
+    return QStringLiteral("ADDING COLUMN");
+}
+
+// The column that the collection's Add would hand back for the name, which finds the time-stamp
+// column under "Time Stamp" whatever it is called now.
+std::shared_ptr<CDataSourcesColumn> existingColumn(const CDataSourcesColumns& columns,
+                                                   const QString& name) {
+    auto column = columns.Item(name);
+    if (!column && name == QLatin1String("Time Stamp"))
+        column = columns.TSColumn();
+    return column;
+}
+
+} // namespace
+
+Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming) {
+    IApplication& app = HostRegistry::App();
+    Answer answer;
+    Wording wording = renaming ? Wording::Renaming : Wording::Adding;
+    for (;;) {
+        const QString name = app.InputBox(promptFor(wording), titleFor(wording)).trimmed();
+        if (name.size() > lengthLimit) {
+            // The text names 40 whatever the database allows.
+            app.MsgBox(QStringLiteral("Column name must be 40 characters or fewer."),
+                       MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation, QString());
+            answer.gotName = true;
+            continue;
+        }
+        if (name.isEmpty())
+            return answer;
+        answer.gotName = true;
+        const auto existing = existingColumn(columns, name);
+        if (!existing) {
+            answer.name = name;
+            return answer;
+        }
+        if (existing->ColumnDeleted()) {
+            if (app.MsgBox(QStringLiteral("Do you wish to restore the existing column?"),
+                           MsgBoxButtons::YesNo, MsgBoxIcon::None,
+                           QStringLiteral("COLUMN NAME EXISTS")) == MsgBoxResult::Yes) {
+                answer.restore = existing;
+                return answer;
+            }
+            wording = renaming ? Wording::Renaming : Wording::Unique;
+        } else {
+            app.MsgBox(
+                QStringLiteral("This column name is already in use.  Please enter a unique name."),
+                MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
+            wording = Wording::Adding;
+        }
+    }
+}
+
+} // namespace Orvane::ColumnNamePrompt

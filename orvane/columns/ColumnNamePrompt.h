@@ -1,0 +1,29 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace Orvane {
+
+class CDataSourcesColumn;
+class CDataSourcesColumns;
+
+// Asks the user for a column name through the host's input box until the name is usable, the
+// user gives up, or the user chooses to bring back a deleted column of that name.
+namespace ColumnNamePrompt {
+
+struct Answer {
+    // The accepted name, trimmed; empty when the user gave none or chose to restore.
+    QString name;
+    // The deleted column the user chose to bring back.
+    std::shared_ptr<CDataSourcesColumn> restore;
+    // The user typed something at least once, whatever came of it.
+    bool gotName = false;
+};
+
+// lengthLimit is the declared width of the column name in the database.
+Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming);
+
+} // namespace ColumnNamePrompt
+
+} // namespace Orvane

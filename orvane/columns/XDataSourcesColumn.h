@@ -1,0 +1,150 @@
+#pragma once
+
+#include "orvane/columns/TextWidthCache.h"
+
+#include <QHash>
+#include <QIcon>
+#include <QString>
+#include <QWidget>
+#include <memory>
+#include <vector>
+
+class QAction;
+class QMenu;
+class QPoint;
+class QTableWidget;
+class QTableWidgetItem;
+class QToolBar;
+
+namespace Orvane {
+
+class CDataSourcesColumn;
+class CDataSourcesColumns;
+
+// The column layout editor: a toolbar above a grid in which each column of a data source is one
+// grid column and its attributes are the rows. It edits the document's column collection in
+// place and writes nothing to the database; deletions of stored columns are flags until the
+// document is saved.
+class XDataSourcesColumn : public QWidget {
+    Q_OBJECT
+    Q_PROPERTY(QString AppName READ AppName WRITE setAppName)
+
+public:
+    explicit XDataSourcesColumn(QWidget* parent = nullptr);
+    ~XDataSourcesColumn() override;
+
+    // The document type; "ODBC Data Source" lets the user rename the time-stamp column.
+    const QString& AppName() const { return m_appName; }
+    void setAppName(const QString& value) { m_appName = value; }
+
+    // The collection being edited; the host hands it to the document's save.
+    const std::shared_ptr<CDataSourcesColumns>& Columns() const { return m_columns; }
+
+    // Adds (true) or removes (false) the time-stamp column, always the first grid column.
+    void ShowTimeSeriesColumn(bool bVisible);
+    // A new document: takes the collection and adds the time-stamp column.
+    void InitNew(std::shared_ptr<CDataSourcesColumns> dscsNew);
+    // An existing document: takes the loaded collection and shows it.
+    void InitEdit(std::shared_ptr<CDataSourcesColumns> dscsNew);
+    // Checks the layout; on the first problem tells the user, selects the cell to mend and
+    // returns false.
+    bool IsValid(const QString& sMsgBoxTitle);
+
+signals:
+    // The user's action changed the collection.
+    void xdscChange();
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    using ColumnPtr = std::shared_ptr<CDataSourcesColumn>;
+    using Command = void (XDataSourcesColumn::*)();
+    class RedrawOff;
+
+    void createToolbar();
+    void createGrid();
+    void createMenus();
+    QAction* addCommand(QWidget* owner, const QString& key, const QString& caption,
+                        Command command);
+    QAction* addSeparator(QWidget* owner, const QString& key);
+
+    // Grid access, with 1-based grid columns and rows.
+    qint32 columnCount() const;
+    QTableWidgetItem* cell(qint32 column, qint32 row) const;
+    QString cellText(qint32 column, qint32 row) const;
+    void setCellText(qint32 column, qint32 row, const QString& text);
+    void insertGridColumn(qint32 column, const ColumnPtr& model);
+    void removeGridColumn(qint32 column);
+    void showColumn(qint32 column, const CDataSourcesColumn& model);
+    void fitWidth(qint32 column);
+    void fillGrid();
+    void selectCell(qint32 column, qint32 row);
+
+    ColumnPtr currentColumn() const;
+    qint32 gridColumnOf(const ColumnPtr& model) const;
+
+    // Grid events.
+    void cellClick(qint32 column, qint32 row);
+    void clickActiveCell();
+    void gridRightClick(qint32 column, qint32 row, const QPoint& globalPos);
+    void gridDoubleClick(qint32 column, qint32 row);
+    void cellEdited(qint32 column, qint32 row);
+    void typeSelected(qint32 column, qint32 row);
+    void positionTyped(qint32 column);
+    void popUpMenu(QMenu& menu, const QPoint& globalPos);
+
+    void refreshToolbar();
+    void applyStates(const QHash<QString, bool>& states);
+    void runCommand(Command command);
+
+    // The column commands.
+    void appendColumn();
+    void insertColumn();
+    void deleteColumn();
+    void renameColumn();
+    void clearColumn();
+    void moveLeft();
+    void moveRight();
+    void keyButton();
+    void delKeyButton();
+    void fieldButton();
+    void delFieldButton();
+    void deleteKeyField();
+    void deleteField();
+    // Opened through the key field selector (frmKeySelector) and the field editor (fFieldInfo).
+    void addKeyField();
+    void editKeyField();
+    void addField();
+    void editField();
+
+    // Shared steps of the commands.
+    QString askColumnName(bool renaming);
+    void addNewColumn(const QString& name, qint32 at);
+    void addTimeStampColumn();
+    void deleteCurrentGridColumn();
+    void restoreColumn(const ColumnPtr& model);
+    void moveColumn(qint32 from, qint32 to);
+    void resyncPositions();
+
+    QToolBar* tbColumns = nullptr;
+    QTableWidget* fpsColumns = nullptr;
+    QMenu* mnuDropDown = nullptr;
+    QMenu* mnuColumns = nullptr;
+    QMenu* mnuKeys = nullptr;
+    QHash<QString, QIcon> ilsColumns;
+    QHash<QString, QAction*> m_actions;
+    TextWidthCache m_textWidths;
+
+    QString m_appName;
+    std::shared_ptr<CDataSourcesColumns> m_columns;
+    // The model column of each grid column, grid column 1 first.
+    std::vector<ColumnPtr> m_columnArray;
+    qint32 m_currentColumn = 0;
+    qint32 m_currentRow = 0;
+    qint32 m_nameLengthLimit = 0;
+    bool m_newDocument = true;
+    int m_redrawOffDepth = 0;
+};
+
+} // namespace Orvane
