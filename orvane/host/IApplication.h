@@ -8,7 +8,7 @@ namespace Orvane {
 
 class IAppForm;
 
-enum class MsgBoxButtons { OKOnly = 0, OKCancel = 1, YesNo = 4 };
+enum class MsgBoxButtons { OKOnly = 0, OKCancel = 1, YesNoCancel = 3, YesNo = 4 };
 enum class MsgBoxIcon {
     None = 0,
     Critical = 16,

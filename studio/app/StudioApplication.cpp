@@ -33,6 +33,8 @@ QMessageBox::StandardButtons buttonsOf(MsgBoxButtons buttons) {
         return QMessageBox::Ok | QMessageBox::Cancel;
     case MsgBoxButtons::YesNo:
         return QMessageBox::Yes | QMessageBox::No;
+    case MsgBoxButtons::YesNoCancel:
+        return QMessageBox::Yes | QMessageBox::No | QMessageBox::Cancel;
     case MsgBoxButtons::OKOnly:
         break;
     }

@@ -17,7 +17,8 @@ MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons button
         msgBoxAnswers.pop_front();
         return answer;
     }
-    return buttons == MsgBoxButtons::YesNo ? MsgBoxResult::Yes : MsgBoxResult::OK;
+    const bool asks = buttons == MsgBoxButtons::YesNo || buttons == MsgBoxButtons::YesNoCancel;
+    return asks ? MsgBoxResult::Yes : MsgBoxResult::OK;
 }
 
 QString FakeApplication::InputBox(const QString& prompt, const QString& title, const QString&) {

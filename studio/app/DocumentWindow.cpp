@@ -1,0 +1,274 @@
+#include "studio/app/DocumentWindow.h"
+
+#include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/editors/XDataSourcesGen.h"
+#include "orvane/editors/XDataSourcesODBC.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
+#include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/CDataSourcesColumnsState.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "studio/app/DocumentStore.h"
+#include "studio/app/StudioDocumentType.h"
+#include "studio/db/SqlQueryService.h"
+
+#include <QVBoxLayout>
+
+namespace Orvane::Studio {
+
+namespace {
+
+constexpr int MaxNameLength = 60;
+
+IApplication& app() { return HostRegistry::App(); }
+
+} // namespace
+
+DocumentWindow::DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQueryService& database,
+                               QWidget* parent)
+    : QWidget(parent)
+    , m_type(std::move(type))
+    , m_database(database)
+    , m_store(std::make_unique<DocumentStore>(database))
+{
+    setObjectName(QStringLiteral("DocumentWindow"));
+    new QVBoxLayout(this);
+}
+
+DocumentWindow::~DocumentWindow() = default;
+
+DocumentWindow* DocumentWindow::CreateNew(std::shared_ptr<StudioDocumentType> type,
+                                          SqlQueryService& database, QWidget* parent)
+{
+    auto document = std::make_shared<CDataSourcesData>();
+    if (!document->InitNew(type))
+        return nullptr;
+    auto* window = new DocumentWindow(std::move(type), database, parent);
+    window->showDocument(std::move(document), true);
+    window->setModified(true);
+    return window;
+}
+
+DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& database, QWidget* parent)
+{
+    DocumentStore store(database);
+    const auto row = store.Row(documentId);
+    if (!row)
+        throw Error(QStringLiteral("The data source %1 no longer exists.").arg(documentId));
+    const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
+    if (!type)
+        throw Error(QStringLiteral("The data source %1 has an unknown type.").arg(documentId));
+
+    auto document = std::make_shared<CDataSourcesData>();
+    document->InitEdit(*row, type);
+    document->setDocName(row->Value(QStringLiteral("name")).toString());
+    document->setDocDescription(row->Value(QStringLiteral("description")).toString());
+    auto* window = new DocumentWindow(type, database, parent);
+    window->showDocument(std::move(document), false);
+    return window;
+}
+
+void DocumentWindow::showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew)
+{
+    m_document = std::move(document);
+    createEditors();
+    initializeSettings(isNew);
+    columnEditor->setAppName(m_type->TypeName());
+    if (isNew)
+        columnEditor->InitNew(m_document->Columns());
+    else
+        columnEditor->InitEdit(m_document->Columns());
+}
+
+void DocumentWindow::createEditors()
+{
+    delete asciiEditor;
+    delete odbcEditor;
+    delete columnEditor;
+    asciiEditor = nullptr;
+    odbcEditor = nullptr;
+    if (m_type->IsOdbc())
+        odbcEditor = new XDataSourcesODBC(this);
+    else
+        asciiEditor = new XDataSourcesGen(this);
+    columnEditor = new XDataSourcesColumn(this);
+    layout()->addWidget(settingsEditor());
+    layout()->addWidget(columnEditor);
+    static_cast<QVBoxLayout*>(layout())->setStretch(1, 1);
+
+    connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
+            &DocumentWindow::settingsChanged);
+    connect(columnEditor, &XDataSourcesColumn::xdscChange, this, [this] { setModified(true); });
+}
+
+void DocumentWindow::initializeSettings(bool isNew)
+{
+    const CDataSourcesData& doc = *m_document;
+    if (asciiEditor) {
+        asciiEditor->setData(m_document);
+        if (isNew)
+            asciiEditor->InitializeDefaults();
+        else
+            asciiEditor->Initialize(doc.DocDescription(), doc.FileName(), doc.Delimeter(),
+                                    doc.IsTimeSeries(), doc.FreqId());
+        return;
+    }
+    if (isNew)
+        odbcEditor->InitializeDefaults();
+    else
+        odbcEditor->Initialize(doc.IsTimeSeries(), doc.FreqId(), doc.Server(), doc.Schema(),
+                               doc.Table(), doc.UserId(), doc.Password());
+}
+
+SourceSettingsEditor* DocumentWindow::settingsEditor() const
+{
+    return asciiEditor ? static_cast<SourceSettingsEditor*>(asciiEditor)
+                       : static_cast<SourceSettingsEditor*>(odbcEditor);
+}
+
+void DocumentWindow::settingsChanged(bool isTimeSeriesChange)
+{
+    if (isTimeSeriesChange)
+        columnEditor->ShowTimeSeriesColumn(settingsEditor()->IsTimeSeries());
+    setModified(true);
+}
+
+void DocumentWindow::setModified(bool modified)
+{
+    if (m_modified == modified)
+        return;
+    m_modified = modified;
+    emit modifiedChanged(modified);
+}
+
+qint32 DocumentWindow::DocumentId() const { return m_document->IsNew() ? 0 : m_document->DocId(); }
+
+QString DocumentWindow::Title() const
+{
+    const QString name = m_document->DocName().isEmpty() ? QStringLiteral("New %1").arg(m_type->TypeName())
+                                                        : m_document->DocName();
+    return m_modified ? name + QLatin1Char('*') : name;
+}
+
+bool DocumentWindow::Save()
+{
+    if (!editorsValid())
+        return false;
+    if (m_document->DocName().isEmpty() && !askName())
+        return false;
+    copySettingsIntoDocument();
+    if (!writeInOneTransaction())
+        return false;
+    reload();
+    setModified(false);
+    emit saved(m_document->DocId());
+    return true;
+}
+
+bool DocumentWindow::editorsValid()
+{
+    const QString title = m_document->EditorName();
+    const bool settingsValid =
+        asciiEditor ? asciiEditor->IsValid(title) : odbcEditor->IsValid(title);
+    return settingsValid && columnEditor->IsValid(title);
+}
+
+bool DocumentWindow::askName()
+{
+    QString prompt = QStringLiteral("Please enter a name for this data source");
+    for (;;) {
+        const QString name =
+            app().InputBox(prompt, QStringLiteral("Save %1").arg(m_type->TypeName())).trimmed();
+        if (name.isEmpty())
+            return false;
+        if (name.size() > MaxNameLength)
+            prompt = QStringLiteral("A name has at most %1 characters. Please enter a shorter name")
+                         .arg(MaxNameLength);
+        else if (m_store->NameExists(name, m_document->DocId()))
+            prompt = QStringLiteral("A data source named \"%1\" already exists. Please enter "
+                                    "another name")
+                         .arg(name);
+        else {
+            m_document->setDocName(name);
+            return true;
+        }
+    }
+}
+
+void DocumentWindow::copySettingsIntoDocument()
+{
+    CDataSourcesData& doc = *m_document;
+    doc.setIsTimeSeries(settingsEditor()->IsTimeSeries());
+    doc.setFreqId(settingsEditor()->Frequency());
+    if (asciiEditor) {
+        doc.setDocDescription(asciiEditor->Eds_Description());
+        doc.setFileName(asciiEditor->Eds_File());
+        doc.setDelimeter(asciiEditor->Eds_Delimeter());
+        return;
+    }
+    doc.setServer(odbcEditor->Server());
+    doc.setSchema(odbcEditor->Database());
+    doc.setTable(odbcEditor->Table());
+    doc.setUserId(odbcEditor->UserId());
+    doc.setPassword(odbcEditor->Password());
+}
+
+bool DocumentWindow::writeInOneTransaction()
+{
+    // The save changes the column objects as it goes; a rolled-back save puts them back so that
+    // the user's edits stay as they were and the save can be retried.
+    const auto columnsBefore = m_document->Columns()->SaveState();
+    const qint32 idBefore = m_document->DocId();
+    const bool insert = m_document->IsNew();
+    const qint32 pointerBefore = app().MousePointer();
+    try {
+        m_database.BeginTransaction();
+        if (insert)
+            m_document->setDocId(m_store->NewId());
+        m_store->Write(*m_document, *m_type, insert);
+        m_document->SaveData();
+        m_database.CommitTransaction();
+        return true;
+    } catch (const Error& error) {
+        m_database.RollbackTransaction();
+        m_document->Columns()->RestoreState(*columnsBefore);
+        m_document->setDocId(idBefore);
+        if (insert)
+            m_document->setDocName(QString());
+        app().setMousePointer(pointerBefore);
+        app().MsgBox(QStringLiteral("The data source was not saved; nothing was changed in the "
+                                    "database.\r\n\r\n") +
+                         error.message(),
+                     MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
+        return false;
+    }
+}
+
+void DocumentWindow::reload()
+{
+    const qint32 id = m_document->DocId();
+    const auto row = m_store->Row(id);
+    if (!row)
+        throw Error(QStringLiteral("The data source %1 was saved but cannot be read back.").arg(id));
+    auto document = std::make_shared<CDataSourcesData>();
+    document->InitEdit(*row, m_type);
+    document->setDocName(row->Value(QStringLiteral("name")).toString());
+    document->setDocDescription(row->Value(QStringLiteral("description")).toString());
+    showDocument(std::move(document), false);
+}
+
+bool DocumentWindow::MayClose()
+{
+    if (!m_modified)
+        return true;
+    const MsgBoxResult answer = app().MsgBox(
+        QStringLiteral("Do you want to save the changes to %1?").arg(Title().chopped(1)),
+        MsgBoxButtons::YesNoCancel, MsgBoxIcon::Question, QStringLiteral("Orvane Studio"));
+    if (answer == MsgBoxResult::Cancel)
+        return false;
+    return answer == MsgBoxResult::No || Save();
+}
+
+} // namespace Orvane::Studio

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+namespace Orvane {
+class CDataSourcesData;
+class SourceSettingsEditor;
+class XDataSourcesColumn;
+class XDataSourcesGen;
+class XDataSourcesODBC;
+} // namespace Orvane
+
+namespace Orvane::Studio {
+
+class DocumentStore;
+class SqlQueryService;
+class StudioDocumentType;
+
+// One open data source: the settings editor of its type above the column layout editor.
+// Every edit marks it modified; saving validates both editors, writes the document row and
+// the columns in one transaction, and reloads the document from the database.
+class DocumentWindow : public QWidget {
+    Q_OBJECT
+
+public:
+    // A new document: the user picks its entity first. Null when the user cancelled.
+    static DocumentWindow* CreateNew(std::shared_ptr<StudioDocumentType> type,
+                                     SqlQueryService& database, QWidget* parent = nullptr);
+    // A stored document. Raises Orvane::Error when it cannot be read.
+    static DocumentWindow* Open(qint32 documentId, SqlQueryService& database,
+                                QWidget* parent = nullptr);
+    ~DocumentWindow() override;
+
+    bool Save();
+    // Asks to save a modified document; false when the user chose to stay.
+    bool MayClose();
+
+    bool IsModified() const { return m_modified; }
+    qint32 DocumentId() const;
+    QString Title() const;
+    const std::shared_ptr<CDataSourcesData>& Document() const { return m_document; }
+    const std::shared_ptr<StudioDocumentType>& Type() const { return m_type; }
+
+    XDataSourcesGen* asciiEditor = nullptr;
+    XDataSourcesODBC* odbcEditor = nullptr;
+    XDataSourcesColumn* columnEditor = nullptr;
+
+signals:
+    void modifiedChanged(bool modified);
+    void saved(qint32 documentId);
+
+private:
+    DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQueryService& database,
+                   QWidget* parent);
+    void showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew);
+    void createEditors();
+    void initializeSettings(bool isNew);
+    SourceSettingsEditor* settingsEditor() const;
+    void settingsChanged(bool isTimeSeriesChange);
+    void setModified(bool modified);
+    bool editorsValid();
+    bool askName();
+    void copySettingsIntoDocument();
+    bool writeInOneTransaction();
+    void reload();
+
+    std::shared_ptr<StudioDocumentType> m_type;
+    SqlQueryService& m_database;
+    std::unique_ptr<DocumentStore> m_store;
+    std::shared_ptr<CDataSourcesData> m_document;
+    bool m_modified = false;
+};
+
+} // namespace Orvane::Studio

@@ -1,0 +1,299 @@
+#include "studio/app/MainWindow.h"
+
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/ColumnSave.h"
+#include "studio/app/DocumentStore.h"
+#include "studio/app/DocumentWindow.h"
+#include "studio/app/StudioDocumentType.h"
+#include "studio/db/SqlQueryService.h"
+
+#include <QAction>
+#include <QCloseEvent>
+#include <QHeaderView>
+#include <QMenuBar>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QToolBar>
+#include <QTreeWidget>
+
+namespace Orvane::Studio {
+
+namespace {
+
+constexpr int IdRole = Qt::UserRole + 1;
+
+IApplication& app() { return HostRegistry::App(); }
+
+} // namespace
+
+MainWindow::MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* parent)
+    : QMainWindow(parent)
+    , m_database(std::move(database))
+{
+    setObjectName(QStringLiteral("MainWindow"));
+    setWindowTitle(QStringLiteral("Orvane Studio"));
+    createActions();
+    createMenusAndToolbar();
+    createPanes();
+    statusBar()->showMessage(m_database->DatabaseShown());
+    RefreshDocuments();
+    updateActions();
+    resize(1100, 700);
+}
+
+MainWindow::~MainWindow() = default;
+
+void MainWindow::createActions()
+{
+    const auto action = [this](const char* name, const QString& text, const QKeySequence& keys) {
+        auto* act = new QAction(text, this);
+        act->setObjectName(QLatin1String(name));
+        act->setShortcut(keys);
+        return act;
+    };
+    actNewAscii = action("actNewAscii", QStringLiteral("New &ASCII Data Source..."),
+                         QKeySequence::New);
+    actNewOdbc = action("actNewOdbc", QStringLiteral("New &ODBC Data Source..."),
+                        QKeySequence(QStringLiteral("Ctrl+Shift+N")));
+    actOpen = action("actOpen", QStringLiteral("&Open"), QKeySequence::Open);
+    actSave = action("actSave", QStringLiteral("&Save"), QKeySequence::Save);
+    actClose = action("actClose", QStringLiteral("&Close"), QKeySequence::Close);
+    actDelete = action("actDelete", QStringLiteral("&Delete..."), QKeySequence::Delete);
+
+    connect(actNewAscii, &QAction::triggered, this,
+            [this] { NewDocument(StudioDocumentType::Ascii()); });
+    connect(actNewOdbc, &QAction::triggered, this,
+            [this] { NewDocument(StudioDocumentType::Odbc()); });
+    connect(actOpen, &QAction::triggered, this, [this] { OpenDocument(selectedDocumentId()); });
+    connect(actSave, &QAction::triggered, this, [this] { SaveCurrent(); });
+    connect(actClose, &QAction::triggered, this, [this] { CloseDocument(CurrentDocument()); });
+    connect(actDelete, &QAction::triggered, this, &MainWindow::DeleteSelected);
+}
+
+void MainWindow::createMenusAndToolbar()
+{
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addActions({actNewAscii, actNewOdbc, actOpen});
+    file->addSeparator();
+    file->addActions({actSave, actClose, actDelete});
+    file->addSeparator();
+    QAction* quit = file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
+    quit->setShortcut(QKeySequence::Quit);
+
+    QToolBar* toolbar = addToolBar(QStringLiteral("Documents"));
+    toolbar->setObjectName(QStringLiteral("tbDocuments"));
+    toolbar->addActions({actNewAscii, actNewOdbc, actOpen, actSave, actClose, actDelete});
+}
+
+void MainWindow::createPanes()
+{
+    documentTree = new QTreeWidget;
+    documentTree->setObjectName(QStringLiteral("documentTree"));
+    documentTree->setHeaderLabels(
+        {QStringLiteral("Name"), QStringLiteral("Entity"), QStringLiteral("Time Series")});
+    documentTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    m_asciiCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ASCII Data Sources")});
+    m_odbcCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ODBC Data Sources")});
+
+    documentTabs = new QTabWidget;
+    documentTabs->setObjectName(QStringLiteral("documentTabs"));
+    documentTabs->setTabsClosable(true);
+    documentTabs->setDocumentMode(true);
+
+    auto* splitter = new QSplitter;
+    splitter->addWidget(documentTree);
+    splitter->addWidget(documentTabs);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({330, 770});
+    setCentralWidget(splitter);
+
+    connect(documentTree, &QTreeWidget::itemActivated, this,
+            [this](QTreeWidgetItem* item) { OpenDocument(item->data(0, IdRole).toInt()); });
+    connect(documentTree, &QTreeWidget::currentItemChanged, this, &MainWindow::updateActions);
+    connect(documentTabs, &QTabWidget::currentChanged, this, &MainWindow::updateActions);
+    connect(documentTabs, &QTabWidget::tabCloseRequested, this, [this](int index) {
+        CloseDocument(static_cast<DocumentWindow*>(documentTabs->widget(index)));
+    });
+}
+
+void MainWindow::RefreshDocuments()
+{
+    guarded([this] {
+        qDeleteAll(m_asciiCategory->takeChildren());
+        qDeleteAll(m_odbcCategory->takeChildren());
+        for (const DocumentSummary& doc : DocumentStore(*m_database).List()) {
+            QTreeWidgetItem* category =
+                doc.typeName == StudioDocumentType::Odbc()->TypeName() ? m_odbcCategory
+                                                                        : m_asciiCategory;
+            auto* item = new QTreeWidgetItem(
+                category, {doc.name, doc.entityName,
+                           doc.isTimeSeries ? QStringLiteral("Yes") : QStringLiteral("No")});
+            item->setData(0, IdRole, doc.id);
+        }
+        documentTree->expandAll();
+    });
+}
+
+void MainWindow::NewDocument(const std::shared_ptr<StudioDocumentType>& type)
+{
+    guarded([&] {
+        if (DocumentWindow* window = DocumentWindow::CreateNew(type, *m_database))
+            addDocumentTab(window);
+    });
+}
+
+void MainWindow::OpenDocument(qint32 documentId)
+{
+    if (documentId <= 0)
+        return;
+    if (DocumentWindow* open = windowOf(documentId)) {
+        documentTabs->setCurrentWidget(open);
+        return;
+    }
+    guarded([&] { addDocumentTab(DocumentWindow::Open(documentId, *m_database)); });
+}
+
+void MainWindow::addDocumentTab(DocumentWindow* window)
+{
+    documentTabs->addTab(window, window->Title());
+    documentTabs->setCurrentWidget(window);
+    connect(window, &DocumentWindow::modifiedChanged, this, [this, window] { updateTabTitle(window); });
+    connect(window, &DocumentWindow::saved, this, [this, window] {
+        updateTabTitle(window);
+        RefreshDocuments();
+    });
+    updateActions();
+}
+
+void MainWindow::updateTabTitle(DocumentWindow* window)
+{
+    const int index = documentTabs->indexOf(window);
+    if (index >= 0)
+        documentTabs->setTabText(index, window->Title());
+}
+
+bool MainWindow::SaveCurrent()
+{
+    DocumentWindow* window = CurrentDocument();
+    bool saved = false;
+    if (window)
+        guarded([&] { saved = window->Save(); });
+    return saved;
+}
+
+bool MainWindow::CloseDocument(DocumentWindow* window)
+{
+    if (!window)
+        return true;
+    bool mayClose = false;
+    guarded([&] { mayClose = window->MayClose(); });
+    if (!mayClose)
+        return false;
+    documentTabs->removeTab(documentTabs->indexOf(window));
+    window->deleteLater();
+    updateActions();
+    return true;
+}
+
+void MainWindow::DeleteSelected()
+{
+    const qint32 id = selectedDocumentId();
+    if (id <= 0)
+        return;
+    const QString name = documentTree->currentItem()->text(0);
+    if (app().MsgBox(QStringLiteral("Delete the data source \"%1\" with all its columns?").arg(name),
+                     MsgBoxButtons::YesNo, MsgBoxIcon::Question,
+                     QStringLiteral("Delete Data Source")) != MsgBoxResult::Yes)
+        return;
+    guarded([&] { removeDocument(id); });
+    RefreshDocuments();
+}
+
+void MainWindow::removeDocument(qint32 documentId)
+{
+    // A field that report templates use keeps its data source, as it keeps its column.
+    CDataSourcesColumns columns;
+    columns.LoadColumns(documentId);
+    for (const auto& column : columns) {
+        if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
+            return;
+    }
+    try {
+        m_database->BeginTransaction();
+        DocumentStore(*m_database).Delete(documentId);
+        m_database->CommitTransaction();
+    } catch (...) {
+        m_database->RollbackTransaction();
+        throw;
+    }
+    if (DocumentWindow* open = windowOf(documentId)) {
+        documentTabs->removeTab(documentTabs->indexOf(open));
+        open->deleteLater();
+    }
+}
+
+DocumentWindow* MainWindow::CurrentDocument() const
+{
+    return static_cast<DocumentWindow*>(documentTabs->currentWidget());
+}
+
+QList<DocumentWindow*> MainWindow::OpenDocuments() const
+{
+    QList<DocumentWindow*> windows;
+    for (int i = 0; i < documentTabs->count(); ++i)
+        windows << static_cast<DocumentWindow*>(documentTabs->widget(i));
+    return windows;
+}
+
+DocumentWindow* MainWindow::windowOf(qint32 documentId) const
+{
+    for (DocumentWindow* window : OpenDocuments()) {
+        if (window->DocumentId() == documentId)
+            return window;
+    }
+    return nullptr;
+}
+
+qint32 MainWindow::selectedDocumentId() const
+{
+    const QTreeWidgetItem* item = documentTree->currentItem();
+    return item ? item->data(0, IdRole).toInt() : 0;
+}
+
+void MainWindow::updateActions()
+{
+    const bool hasDocument = CurrentDocument() != nullptr;
+    actSave->setEnabled(hasDocument);
+    actClose->setEnabled(hasDocument);
+    actOpen->setEnabled(selectedDocumentId() > 0);
+    actDelete->setEnabled(selectedDocumentId() > 0);
+}
+
+void MainWindow::closeEvent(QCloseEvent* event)
+{
+    for (DocumentWindow* window : OpenDocuments()) {
+        if (!CloseDocument(window)) {
+            event->ignore();
+            return;
+        }
+    }
+    event->accept();
+}
+
+void MainWindow::guarded(const std::function<void()>& command)
+{
+    try {
+        command();
+    } catch (const Error& error) {
+        app().setMousePointer(DefaultPointer);
+        app().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
+                     QStringLiteral("Orvane Studio"));
+    }
+}
+
+} // namespace Orvane::Studio

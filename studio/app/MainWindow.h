@@ -1,0 +1,67 @@
+#pragma once
+
+#include <QMainWindow>
+#include <functional>
+#include <memory>
+
+class QAction;
+class QTabWidget;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+namespace Orvane::Studio {
+
+class DocumentWindow;
+class SqlQueryService;
+class StudioDocumentType;
+
+// Orvane Studio's main window: the stored data sources by category on the left, one tab per
+// open document on the right.
+class MainWindow : public QMainWindow {
+    Q_OBJECT
+
+public:
+    explicit MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* parent = nullptr);
+    ~MainWindow() override;
+
+    void RefreshDocuments();
+    void NewDocument(const std::shared_ptr<StudioDocumentType>& type);
+    void OpenDocument(qint32 documentId);
+    bool SaveCurrent();
+    bool CloseDocument(DocumentWindow* window);
+    void DeleteSelected();
+
+    DocumentWindow* CurrentDocument() const;
+    QList<DocumentWindow*> OpenDocuments() const;
+
+    QTreeWidget* documentTree = nullptr;
+    QTabWidget* documentTabs = nullptr;
+    QAction* actNewAscii = nullptr;
+    QAction* actNewOdbc = nullptr;
+    QAction* actOpen = nullptr;
+    QAction* actSave = nullptr;
+    QAction* actClose = nullptr;
+    QAction* actDelete = nullptr;
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void createActions();
+    void createMenusAndToolbar();
+    void createPanes();
+    void addDocumentTab(DocumentWindow* window);
+    void updateTabTitle(DocumentWindow* window);
+    void updateActions();
+    DocumentWindow* windowOf(qint32 documentId) const;
+    qint32 selectedDocumentId() const;
+    void removeDocument(qint32 documentId);
+    // Runs a command and shows any error it raises instead of letting it escape the event loop.
+    void guarded(const std::function<void()>& command);
+
+    std::shared_ptr<SqlQueryService> m_database;
+    QTreeWidgetItem* m_asciiCategory = nullptr;
+    QTreeWidgetItem* m_odbcCategory = nullptr;
+};
+
+} // namespace Orvane::Studio
