@@ -73,15 +73,15 @@ protected:
     // technology is checked, and presses OK.
     void fieldEditorNames(const QString& name) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& editor = dynamic_cast<fFieldInfo&>(dialog);
-            opened << editor.windowTitle() + QStringLiteral(" | ") +
-                          editor.cboDataType->currentText();
-            editor.txtName->selectAll();
-            QTest::keyClicks(editor.txtName, name);
+            auto& fieldEditor = dynamic_cast<fFieldInfo&>(dialog);
+            opened << fieldEditor.windowTitle() + QStringLiteral(" | ") +
+                          fieldEditor.cboDataType->currentText();
+            fieldEditor.txtName->selectAll();
+            QTest::keyClicks(fieldEditor.txtName, name);
             if (widgets->lastTechnologies->TechnologyMask() == 0)
                 widgets->lastTechnologies->check(3);
-            editor.cmdOk->click();
-            return editor.result();
+            fieldEditor.cmdOk->click();
+            return fieldEditor.result();
         });
     }
 
