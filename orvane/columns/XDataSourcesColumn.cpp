@@ -5,9 +5,12 @@
 #include "orvane/columns/ColumnNamePrompt.h"
 #include "orvane/columns/ColumnRules.h"
 #include "orvane/columns/ColumnValidation.h"
+#include "orvane/dialogs/fFieldInfo.h"
+#include "orvane/dialogs/frmKeySelector.h"
 #include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
+#include "orvane/host/IField.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
@@ -90,6 +93,27 @@ void copyForRename(const CDataSourcesColumn& from, CDataSourcesColumn& to, bool 
     to.setPosition(from.Position());
     to.setColPosition(from.ColPosition());
     to.setIsTimeStamp(from.IsTimeStamp());
+}
+
+// The save updates a key row only when one is stored (PK_Id > 0); a key given to a stored column
+// during this edit is still to be inserted, however often it is edited. Either way an edited
+// key is live again, also on a column whose row is still to be inserted.
+void markKeyEdited(CDataSourcesColumn& column) {
+    if (column.Column_Id() <= 0)
+        column.setKeyDeleted(false);
+    else if (column.PK_Id() > 0)
+        column.setKeyDirty(true);
+    else
+        column.setKeyAdded(true);
+}
+
+// Field names compare without regard to case, as the dictionary does.
+bool fieldNameUsedElsewhere(const CDataSourcesColumns& columns, const CDataSourcesColumn& self,
+                            const QString& name) {
+    return std::any_of(columns.begin(), columns.end(), [&](const auto& other) {
+        return other.get() != &self && other->Field() &&
+               other->Field_Name().compare(name, Qt::CaseInsensitive) == 0;
+    });
 }
 
 void wipeKey(CDataSourcesColumn& column) {
@@ -730,19 +754,120 @@ void XDataSourcesColumn::deleteField() {
     emit xdscChange();
 }
 
-// The key field selector (frmKeySelector) is opened from here for a column without a key.
-void XDataSourcesColumn::addKeyField() {}
+void XDataSourcesColumn::addKeyField() {
+    const ColumnPtr model = currentColumn();
+    if (!model)
+        return;
+    {
+        RedrawOff redraw(*this);
+        if (!selectKey(*model, false))
+            return;
+        if (model->Column_Id() > 0)
+            model->setKeyAdded(true);
+        showKey(*model);
+    }
+    fpsColumns->viewport()->update();
+    emit xdscChange();
+    refreshToolbar();
+}
 
-// The key field selector (frmKeySelector) is opened from here on the column's key.
-void XDataSourcesColumn::editKeyField() {}
+void XDataSourcesColumn::editKeyField() {
+    const ColumnPtr model = currentColumn();
+    if (!model)
+        return;
+    {
+        RedrawOff redraw(*this);
+        if (selectKey(*model, true)) {
+            markKeyEdited(*model);
+            showKey(*model);
+        }
+    }
+    fpsColumns->viewport()->update();
+    emit xdscChange();
+    refreshToolbar();
+}
 
-// The field editor (fFieldInfo) is opened from here for a new field of the column.
-void XDataSourcesColumn::addField() {}
+void XDataSourcesColumn::addField() {
+    const ColumnPtr model = currentColumn();
+    if (!model)
+        return;
+    std::shared_ptr<IField> field;
+    do {
+        fFieldInfo dialog(this);
+        dialog.InitializeForNew(m_columns->Entity(), typeText(model->Column_Type()), nullptr);
+        HostRegistry::App().ShowModal(dialog);
+        if (!dialog.Ok())
+            return;
+        field = dialog.Field();
+    } while (refuseDuplicateFieldName(*model, *field));
 
-// The field editor (fFieldInfo) is opened from here on the column's field.
-void XDataSourcesColumn::editField() {}
+    model->setField(field);
+    showField(*model);
+    if (model->Column_Id() > 0)
+        model->setFieldAdded(true);
+    refreshToolbar();
+    emit xdscChange();
+}
+
+void XDataSourcesColumn::editField() {
+    const ColumnPtr model = currentColumn();
+    if (!model || !model->Field())
+        return;
+    fFieldInfo dialog(this);
+    dialog.InitializeForNew(m_columns->Entity(), typeText(model->Column_Type()), model->Field());
+    HostRegistry::App().ShowModal(dialog);
+    if (!dialog.Ok() || !dialog.Modified())
+        return;
+    // The grid always shows the field's current name, which validation compares; a field added
+    // during this edit is still to be created, so it is not marked for an update.
+    showField(*model);
+    if (!model->FieldAdded())
+        model->setFieldDirty(true);
+    emit xdscChange();
+}
 
 // ---- Shared steps ---------------------------------------------------------------------------
+
+bool XDataSourcesColumn::selectKey(CDataSourcesColumn& model, bool editing) {
+    frmKeySelector selector(this);
+    selector.setColumns(m_columns.get());
+    if (editing)
+        selector.Initialize(model.Key_Ordinal(), model.KeyFld_Id());
+    else
+        selector.setOrdinal(m_columns->BiggestOrdinal() + 1);
+    HostRegistry::App().ShowModal(selector);
+    if (selector.Cancel())
+        return false;
+    model.setKey_Ordinal(selector.Ordinal());
+    model.setKeyEntity_Id(selector.EntityID());
+    model.setKeyFld_Id(selector.FieldId());
+    model.setKeyFld_Name(selector.FieldName());
+    return true;
+}
+
+void XDataSourcesColumn::showKey(const CDataSourcesColumn& model) {
+    setCellText(m_currentColumn, Rows::Key, keyText(model));
+    // The selector's name already carries the entity label; a reload shows the stored entity.
+    setCellText(m_currentColumn, Rows::KeyField, model.KeyFld_Name());
+    fitWidth(m_currentColumn);
+}
+
+void XDataSourcesColumn::showField(const CDataSourcesColumn& model) {
+    setCellText(m_currentColumn, Rows::Field, model.Field_Name());
+    fitWidth(m_currentColumn);
+    fpsColumns->viewport()->update();
+}
+
+bool XDataSourcesColumn::refuseDuplicateFieldName(const CDataSourcesColumn& model,
+                                                  const IField& field) {
+    if (!fieldNameUsedElsewhere(*m_columns, model, field.Field_Name()))
+        return false;
+    HostRegistry::App().MsgBox(QStringLiteral("Field name is in use.") + QStringLiteral("\r\n") +
+                                   QStringLiteral("Please select a different name."),
+                               MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
+                               QStringLiteral("CANNOT USE DUPLICATE FIELD NAMES"));
+    return true;
+}
 
 QString XDataSourcesColumn::askColumnName(bool renaming) {
     const ColumnNamePrompt::Answer answer =

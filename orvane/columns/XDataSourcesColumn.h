@@ -20,6 +20,7 @@ namespace Orvane {
 
 class CDataSourcesColumn;
 class CDataSourcesColumns;
+class IField;
 
 // The column layout editor: a toolbar above a grid in which each column of a data source is one
 // grid column and its attributes are the rows. It edits the document's column collection in
@@ -112,7 +113,7 @@ private:
     void delFieldButton();
     void deleteKeyField();
     void deleteField();
-    // Opened through the key field selector (frmKeySelector) and the field editor (fFieldInfo).
+    // Through the key field selector (frmKeySelector) and the field editor (fFieldInfo).
     void addKeyField();
     void editKeyField();
     void addField();
@@ -126,6 +127,13 @@ private:
     void restoreColumn(const ColumnPtr& model);
     void moveColumn(qint32 from, qint32 to);
     void resyncPositions();
+    // Shows the key field selector for the current column, new or on its key; on OK the column
+    // takes the chosen ordinal and key field. False when the user cancelled.
+    bool selectKey(CDataSourcesColumn& model, bool editing);
+    void showKey(const CDataSourcesColumn& model);
+    void showField(const CDataSourcesColumn& model);
+    // True, after telling the user, when another column already has a field of that name.
+    bool refuseDuplicateFieldName(const CDataSourcesColumn& model, const IField& field);
 
     QToolBar* tbColumns = nullptr;
     QTableWidget* fpsColumns = nullptr;

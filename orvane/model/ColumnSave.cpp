@@ -149,7 +149,8 @@ void insertColumns(CDataSourcesColumns& columns) {
         if (column->Field())
             CreateField(column->Field(), columns.EDS_Id(), column->Column_Id(),
                         entityIdOf(columns));
-        if (column->Is_Key())
+        // A key the user deleted keeps its key field until the save; it gets no row.
+        if (column->Is_Key() && !column->KeyDeleted())
             insertKeyRow(*column, columns.EDS_Id());
     }
 }

@@ -185,6 +185,27 @@ TEST_F(ColumnSaveTest, FieldAddedWithoutAFieldCreatesNothingAndAnAddedKeyIsInser
     EXPECT_EQ(query->log.last(), "EXEC INSERT INTO eds_primarykey VALUES(100,42,1,300,3)");
 }
 
+TEST_F(ColumnSaveTest, ANewColumnWhoseKeyWasDeletedGetsNoKeyRow) {
+    const auto unkeyed = columns.Add("Unkeyed");
+    unkeyed->setColumn_Type("Integer");
+    unkeyed->setPosition(1);
+    unkeyed->setKeyFld_Id(300);
+    unkeyed->setKey_Ordinal(1);
+    unkeyed->setKeyDeleted(true);
+    const auto keyed = columns.Add("Keyed");
+    keyed->setColumn_Type("Integer");
+    keyed->setPosition(2);
+    keyed->setKeyFld_Id(301);
+    keyed->setKey_Ordinal(2);
+
+    ColumnSave::SaveColumns(columns);
+
+    EXPECT_EQ(unkeyed->Column_Id(), 100);
+    EXPECT_EQ(unkeyed->PK_Id(), 0);
+    EXPECT_EQ(query->log.filter("INSERT INTO eds_primarykey"),
+              QStringList{"EXEC INSERT INTO eds_primarykey VALUES(102,42,101,301,2)"});
+}
+
 TEST_F(ColumnSaveTest, AChangedFieldIsUpdatedWithItsTechnologies) {
     const auto column = stored("A", 1, 1);
     auto field = newField("drops");

@@ -1,0 +1,301 @@
+#include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/dialogs/fFieldInfo.h"
+#include "orvane/dialogs/frmKeySelector.h"
+#include "tests/widgets/ColumnEditorFixture.h"
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTest>
+
+namespace Orvane::Testing {
+namespace {
+
+const QString DuplicateFieldMessage =
+    QStringLiteral("Field name is in use.\r\nPlease select a different name.");
+
+// The key and field commands, through the real key field selector and field editor that the
+// fake application's modal handlers fill in.
+class ColumnKeyFieldTest : public ColumnEditorTest {
+protected:
+    ColumnKeyFieldTest() {
+        columns->setEntity(dictionary->addEntity(5, QStringLiteral("CELL"), "Cell"));
+        dictionary->addEntity(6, QStringLiteral("SITE"), "Site");
+        siteId = dictionary->addField(20, QStringLiteral("SiteId"), 6);
+        siteId->entityLabel = QStringLiteral("Site");
+        dictionary->addField(44, QStringLiteral("cell_name"), 5)->entityLabel =
+            QStringLiteral("Cell");
+    }
+
+    // A stored document: A a key column (ordinal 1), B with a stored field, C plain.
+    void openStoredDocument() {
+        a = stored(*columns, "A", 11, 1);
+        makeKey(*a, 1, 44);
+        b = stored(*columns, "B", 12, 2);
+        volume = field(12, QStringLiteral("Volume"));
+        volume->technologies = QStringLiteral("1");
+        b->setField(volume);
+        c = stored(*columns, "C", 13, 3, QStringLiteral("F"));
+        editor().InitEdit(columns);
+        forgetChanges();
+    }
+
+    // Each helper queues the handlers for the dialogs of one command; the fake application keeps
+    // the last handler for later shows, so a later command clears the queue first.
+    //
+    // The next key selector: records the ordinal it opened with, picks Site's SiteId in the
+    // entity tree when asked to, types the ordinal when one is given, and presses OK.
+    void keySelectorAnswers(bool chooseSite, const QString& ordinal = QString()) {
+        app->modalHandlers.push_back([=, this](QDialog& dialog) {
+            auto& selector = dynamic_cast<frmKeySelector&>(dialog);
+            opened << QStringLiteral("key ") + selector.txtOrdinal->text();
+            if (chooseSite)
+                selector.cmdSelect->click();
+            if (!ordinal.isEmpty()) {
+                selector.txtOrdinal->selectAll();
+                QTest::keyClicks(selector.txtOrdinal, ordinal);
+            }
+            selector.cmdOk->click();
+            return selector.result();
+        });
+        if (chooseSite) {
+            app->modalHandlers.push_back([this](QDialog& dialog) {
+                auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
+                widgets->lastTree->selectedKey = QStringLiteral("6");
+                widgets->lastTree->selectedFields = {siteId};
+                tree.cmdButton[1]->click();
+                return tree.result();
+            });
+        }
+    }
+
+    // The next field editor: records its caption, types the name over the old one, makes sure a
+    // technology is checked, and presses OK.
+    void fieldEditorNames(const QString& name) {
+        app->modalHandlers.push_back([=, this](QDialog& dialog) {
+            auto& fieldEditor = dynamic_cast<fFieldInfo&>(dialog);
+            opened << fieldEditor.windowTitle() + QStringLiteral(" | ") +
+                          fieldEditor.cboDataType->currentText();
+            fieldEditor.txtName->selectAll();
+            QTest::keyClicks(fieldEditor.txtName, name);
+            if (widgets->lastTechnologies->TechnologyMask() == 0)
+                widgets->lastTechnologies->check(3);
+            fieldEditor.cmdOk->click();
+            return fieldEditor.result();
+        });
+    }
+
+    // Every later dialog is only recorded and cancelled.
+    void dialogsAreCancelled() {
+        app->modalHandlers.push_back([this](QDialog& dialog) {
+            if (auto* selector = dynamic_cast<frmKeySelector*>(&dialog)) {
+                opened << QStringLiteral("key ") + selector->txtOrdinal->text();
+                selector->cmdCancel->click();
+            } else {
+                opened << dialog.windowTitle();
+                dialog.reject();
+            }
+            return dialog.result();
+        });
+    }
+
+    ColumnPtr a, b, c;
+    std::shared_ptr<FakeField> siteId;
+    std::shared_ptr<FakeField> volume;
+    QStringList opened; // what each dialog showed when it opened
+};
+
+TEST_F(ColumnKeyFieldTest, AddingAKeyToAStoredColumnFlagsItAndShowsIt) {
+    openStoredDocument();
+    click(3, 4);
+    ASSERT_TRUE(enabled("Key"));
+    keySelectorAnswers(true);
+
+    trigger("Key");
+
+    EXPECT_EQ(opened, QStringList{"key 2"}) << "the next free ordinal is offered";
+    EXPECT_EQ(c->Key_Ordinal(), 2);
+    EXPECT_EQ(c->KeyFld_Id(), 20);
+    EXPECT_EQ(c->KeyEntity_Id(), 6);
+    EXPECT_EQ(c->KeyFld_Name(), "Site: SiteId");
+    EXPECT_TRUE(c->KeyAdded());
+    EXPECT_TRUE(c->Dirty());
+    EXPECT_EQ(text(3, 4), "2");
+    EXPECT_EQ(text(3, 5), "Site: SiteId");
+    EXPECT_EQ(changeCount(), 1);
+
+    EXPECT_TRUE(enabled("Key"));
+    EXPECT_TRUE(enabled("DelKey"));
+    EXPECT_FALSE(enabled("Field"));
+    rightClick(3, 4);
+    EXPECT_EQ(shownMenu(), "mnuKeys");
+    EXPECT_FALSE(enabled("mnuKeysAdd"));
+    EXPECT_TRUE(enabled("mnuKeysEdit"));
+    EXPECT_TRUE(enabled("mnuKeysDelete"));
+    rightClick(3, 3);
+    EXPECT_EQ(shownMenu(), "mnuDropDown");
+    EXPECT_FALSE(enabled("mnuAddField")) << "a live key takes no field";
+
+    // A key added in this edit has no row yet: editing it keeps it to be inserted.
+    app->modalHandlers.clear();
+    keySelectorAnswers(false, QStringLiteral("5"));
+    trigger("mnuKeysEdit");
+    EXPECT_EQ(c->Key_Ordinal(), 5);
+    EXPECT_TRUE(c->KeyAdded());
+    EXPECT_FALSE(c->KeyDirty());
+}
+
+TEST_F(ColumnKeyFieldTest, EditingAStoredKeyMarksItDirtyAndACancelStillReportsAChange) {
+    openStoredDocument();
+    click(1, 5);
+    keySelectorAnswers(false, QStringLiteral("3"));
+
+    trigger("Key");
+
+    EXPECT_EQ(opened, QStringList{"key 1"}) << "the selector opens on the key's own ordinal";
+    EXPECT_EQ(a->Key_Ordinal(), 3);
+    EXPECT_EQ(a->KeyFld_Id(), 44);
+    EXPECT_EQ(a->KeyFld_Name(), "Cell: cell_name");
+    EXPECT_TRUE(a->KeyDirty());
+    EXPECT_FALSE(a->KeyAdded());
+    EXPECT_EQ(text(1, 4), "3");
+    EXPECT_EQ(text(1, 5), "Cell: cell_name");
+    EXPECT_EQ(changeCount(), 1);
+
+    app->modalHandlers.clear();
+    dialogsAreCancelled();
+    a->setKeyDirty(false);
+    trigger("mnuKeysEdit");
+    EXPECT_EQ(opened.last(), "key 3");
+    EXPECT_EQ(changeCount(), 2) << "a cancelled edit still reports a change";
+    EXPECT_EQ(a->Key_Ordinal(), 3);
+    EXPECT_FALSE(a->KeyDirty());
+    EXPECT_EQ(text(1, 4), "3");
+
+    // A deleted stored key that is edited again is live again, and its row is updated.
+    trigger("DelKey");
+    ASSERT_TRUE(a->KeyDeleted());
+    app->modalHandlers.clear();
+    keySelectorAnswers(false, QStringLiteral("4"));
+    trigger("Key");
+    EXPECT_FALSE(a->KeyDeleted());
+    EXPECT_TRUE(a->KeyDirty());
+    EXPECT_EQ(text(1, 4), "4");
+    EXPECT_TRUE(enabled("DelKey"));
+}
+
+TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
+    editor().InitNew(columns);
+    app->inputAnswers = {"Site"};
+    trigger("Add");
+    const ColumnPtr site = columns->Item("Site");
+    keySelectorAnswers(true);
+    doubleClick(2, 5);
+    ASSERT_TRUE(site->Is_Key());
+    EXPECT_EQ(opened, QStringList{"key 1"});
+    EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
+    EXPECT_EQ(text(2, 4), "1");
+    forgetChanges();
+
+    trigger("DelKey");
+
+    EXPECT_FALSE(site->Is_Key());
+    EXPECT_EQ(site->Key_Ordinal(), 0);
+    EXPECT_EQ(site->KeyEntity_Id(), 0);
+    EXPECT_TRUE(site->KeyFld_Name().isEmpty());
+    EXPECT_FALSE(site->KeyDeleted());
+    EXPECT_EQ(text(2, 4), "");
+    EXPECT_EQ(text(2, 5), "");
+    EXPECT_EQ(changeCount(), 0);
+}
+
+TEST_F(ColumnKeyFieldTest, AddingAFieldUnderANameInUseAsksAgain) {
+    openStoredDocument();
+    click(3, 3);
+    fieldEditorNames(QStringLiteral("VOLUME"));
+    fieldEditorNames(QStringLiteral("Drops"));
+
+    trigger("Field");
+
+    const QString caption = QStringLiteral("Create New Data Source Field For CELL | Float");
+    EXPECT_EQ(opened, QStringList({caption, caption}));
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes[0].prompt, DuplicateFieldMessage);
+    EXPECT_EQ(app->msgBoxes[0].title, "CANNOT USE DUPLICATE FIELD NAMES");
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    ASSERT_NE(c->Field(), nullptr);
+    EXPECT_EQ(c->Field_Name(), "Drops");
+    EXPECT_TRUE(c->FieldAdded());
+    EXPECT_TRUE(c->Dirty());
+    EXPECT_EQ(text(3, 3), "Drops");
+    EXPECT_EQ(changeCount(), 1);
+
+    EXPECT_TRUE(enabled("Field"));
+    EXPECT_TRUE(enabled("DelField")) << "the new field is not stored yet";
+    EXPECT_FALSE(enabled("Key"));
+    rightClick(3, 3);
+    EXPECT_EQ(shownMenu(), "mnuDropDown");
+    EXPECT_FALSE(enabled("mnuAddField"));
+    EXPECT_TRUE(enabled("mnuEditField"));
+    EXPECT_TRUE(enabled("mnuDeleteField"));
+    rightClick(3, 5);
+    EXPECT_EQ(shownMenu(), "mnuKeys");
+    EXPECT_FALSE(enabled("mnuKeysAdd")) << "a column with a field takes no key";
+}
+
+TEST_F(ColumnKeyFieldTest, EditingAFieldMarksOnlyAStoredOneDirty) {
+    openStoredDocument();
+    click(2, 3);
+    fieldEditorNames(QStringLiteral("Volume2"));
+
+    trigger("Field");
+
+    EXPECT_EQ(opened, QStringList{" Update Data Source Field CELL: Volume | Integer"});
+    EXPECT_EQ(b->Field(), volume);
+    EXPECT_EQ(volume->name, "Volume2");
+    EXPECT_TRUE(b->FieldDirty());
+    EXPECT_EQ(text(2, 3), "Volume2");
+    EXPECT_EQ(changeCount(), 1);
+
+    // A field added in this edit is still to be created, under its latest name.
+    b->setFieldAdded(true);
+    app->modalHandlers.clear();
+    fieldEditorNames(QStringLiteral("Volume3"));
+    trigger("mnuEditField");
+    EXPECT_TRUE(b->FieldAdded());
+    EXPECT_FALSE(b->FieldDirty());
+    EXPECT_EQ(text(2, 3), "Volume3");
+    EXPECT_EQ(changeCount(), 2);
+
+    app->modalHandlers.clear();
+    dialogsAreCancelled();
+    trigger("Field");
+    EXPECT_EQ(opened.size(), 3);
+    EXPECT_EQ(changeCount(), 2) << "a cancelled field edit changes nothing";
+    EXPECT_TRUE(b->FieldAdded());
+}
+
+TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
+    const ColumnPtr ts = stored(*columns, "Time Stamp", 10, 4, "D");
+    ts->setIsTimeStamp(true);
+    openStoredDocument();
+    dialogsAreCancelled();
+    const auto open = [this](int column, int row) {
+        const qsizetype before = opened.size();
+        doubleClick(column, row);
+        return opened.size() == before ? QString() : opened.last();
+    };
+
+    EXPECT_EQ(open(4, 3), "Create New Data Source Field For CELL");
+    EXPECT_EQ(open(3, 3), " Update Data Source Field CELL: Volume");
+    EXPECT_EQ(open(2, 3), "") << "a live key takes no field";
+    EXPECT_EQ(open(2, 4), "key 1") << "the key is edited";
+    EXPECT_EQ(open(4, 5), "key 2") << "a key is added with the next free ordinal";
+    EXPECT_EQ(open(3, 4), "") << "a column with a field takes no key";
+    EXPECT_EQ(open(1, 3), "");
+    EXPECT_EQ(open(1, 4), "");
+    EXPECT_EQ(open(4, 2), "");
+}
+
+} // namespace
+} // namespace Orvane::Testing
