@@ -1,0 +1,313 @@
+#include "studio/db/OuterJoinRewriter.h"
+
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/SqlTokenList.h"
+
+#include <QStringList>
+
+#include <algorithm>
+
+namespace Orvane::Studio {
+
+namespace {
+
+// Words that may stand in a FROM list only in explicit joins, which (+) cannot be mixed with.
+const QSet<QString> JoinWords{
+    QStringLiteral("JOIN"),  QStringLiteral("INNER"),   QStringLiteral("LEFT"),
+    QStringLiteral("RIGHT"), QStringLiteral("FULL"),    QStringLiteral("CROSS"),
+    QStringLiteral("OUTER"), QStringLiteral("NATURAL"), QStringLiteral("ON"),
+    QStringLiteral("USING"), QStringLiteral("APPLY"),   QStringLiteral("LATERAL")};
+
+// Bare words of a condition that are not column names.
+const QSet<QString> ConditionWords{QStringLiteral("AND"),
+                                   QStringLiteral("OR"),
+                                   QStringLiteral("NOT"),
+                                   QStringLiteral("NULL"),
+                                   QStringLiteral("IS"),
+                                   QStringLiteral("IN"),
+                                   QStringLiteral("LIKE"),
+                                   QStringLiteral("ESCAPE"),
+                                   QStringLiteral("BETWEEN"),
+                                   QStringLiteral("CASE"),
+                                   QStringLiteral("WHEN"),
+                                   QStringLiteral("THEN"),
+                                   QStringLiteral("ELSE"),
+                                   QStringLiteral("END"),
+                                   QStringLiteral("TRUE"),
+                                   QStringLiteral("FALSE"),
+                                   QStringLiteral("UNKNOWN"),
+                                   QStringLiteral("EXISTS"),
+                                   QStringLiteral("ANY"),
+                                   QStringLiteral("ALL"),
+                                   QStringLiteral("SOME"),
+                                   QStringLiteral("PRIOR"),
+                                   QStringLiteral("DISTINCT"),
+                                   QStringLiteral("AS"),
+                                   QStringLiteral("SYSDATE"),
+                                   QStringLiteral("SYSTIMESTAMP"),
+                                   QStringLiteral("CURRENT_DATE"),
+                                   QStringLiteral("CURRENT_TIMESTAMP"),
+                                   QStringLiteral("USER"),
+                                   QStringLiteral("ROWNUM"),
+                                   QStringLiteral("LEVEL"),
+                                   QStringLiteral("DATE"),
+                                   QStringLiteral("TIMESTAMP"),
+                                   QStringLiteral("INTERVAL"),
+                                   QStringLiteral("YEAR"),
+                                   QStringLiteral("MONTH"),
+                                   QStringLiteral("DAY"),
+                                   QStringLiteral("HOUR"),
+                                   QStringLiteral("MINUTE"),
+                                   QStringLiteral("SECOND"),
+                                   QStringLiteral("TO")};
+
+QString listed(const QStringList& names) {
+    return names.join(QStringLiteral(", "));
+}
+
+} // namespace
+
+OuterJoinRewriter::OuterJoinRewriter(const SqlTokenList& tokens, PieceText piece)
+    : m_tokens(tokens)
+    , m_piece(std::move(piece)) {}
+
+QString OuterJoinRewriter::Rewrite(qsizetype fromKeyword, qsizetype whereKeyword,
+                                   qsizetype whereEnd) {
+    readFromList(fromKeyword + 1, whereKeyword);
+    QStringList kept;
+    for (const auto& [first, last] : splitConditions(whereKeyword + 1, whereEnd)) {
+        const ColumnReferences refs = referencesIn(first, last);
+        if (refs.hasMark)
+            attachOuterCondition(first, last, refs);
+        else
+            kept << m_piece(first, last, false);
+    }
+    QString text = QStringLiteral("FROM ") + joinedFromList();
+    if (!kept.isEmpty())
+        text += QStringLiteral(" WHERE ") + kept.join(QStringLiteral(" AND "));
+    return text;
+}
+
+qsizetype OuterJoinRewriter::skipParentheses(qsizetype i) const {
+    if (!m_tokens.IsSymbol(i, QLatin1StringView("(")))
+        return i;
+    const qsizetype close = m_tokens.Closing(i);
+    if (close < 0)
+        throw Error(QStringLiteral("parentheses do not match"));
+    return close;
+}
+
+// Oracle's rule: a bare name is compared in upper case, a quoted one exactly.
+QString OuterJoinRewriter::nameKey(qsizetype token) const {
+    const QStringView text = m_tokens.Text(token);
+    if (m_tokens.Kind(token) == SqlTokenKind::QuotedName)
+        return text.mid(1, text.size() - 2)
+            .toString()
+            .replace(QStringLiteral("\"\""), QStringLiteral("\""));
+    return text.toString().toUpper();
+}
+
+void OuterJoinRewriter::readFromList(qsizetype first, qsizetype last) {
+    qsizetype start = first;
+    for (qsizetype i = first;; i = skipParentheses(i) + 1) {
+        const bool atEnd = i >= last;
+        if (!atEnd && !m_tokens.IsSymbol(i, QLatin1StringView(",")))
+            continue;
+        FromItem item = readFromItem(start, std::min(i, last));
+        if (itemNamed(item.name) >= 0)
+            throw Error(
+                QStringLiteral("two tables of the FROM list are both called %1").arg(item.name));
+        m_items.append(std::move(item));
+        if (atEnd)
+            return;
+        start = i + 1;
+    }
+}
+
+// A table (schema.table and an alias allowed) or a parenthesised subquery with its alias.
+OuterJoinRewriter::FromItem OuterJoinRewriter::readFromItem(qsizetype first, qsizetype last) const {
+    if (first >= last)
+        throw Error(QStringLiteral("the FROM list has an empty entry"));
+    for (qsizetype i = first; i < last; i = skipParentheses(i) + 1) {
+        if (m_tokens.Kind(i) == SqlTokenKind::Word &&
+            JoinWords.contains(m_tokens.Text(i).toString().toUpper()))
+            throw Error(QStringLiteral("(+) cannot be mixed with %1 in one FROM list")
+                            .arg(m_tokens.Text(i).toString().toUpper()));
+    }
+    const auto unreadable = [&] {
+        return Error(QStringLiteral("the FROM entry \"%1\" is not a table with an optional alias")
+                         .arg(m_tokens.Span(first, last - 1)));
+    };
+    FromItem item;
+    qsizetype i = first;
+    if (m_tokens.IsSymbol(i, QLatin1StringView("("))) {
+        i = skipParentheses(i) + 1;
+    } else if (m_tokens.IsName(i)) {
+        while (m_tokens.IsSymbol(i + 1, QLatin1StringView(".")) && m_tokens.IsName(i + 2) &&
+               i + 2 < last)
+            i += 2;
+        item.name = nameKey(i);
+        ++i;
+    } else {
+        throw unreadable();
+    }
+    if (i < last && m_tokens.IsKeyword(i, QLatin1StringView("AS")))
+        ++i;
+    if (i < last) {
+        if (!m_tokens.IsName(i) || i + 1 != last)
+            throw unreadable();
+        item.name = nameKey(i);
+    }
+    if (item.name.isEmpty())
+        throw Error(QStringLiteral("a subquery in the FROM list needs an alias"));
+    item.text = m_piece(first, last, false);
+    return item;
+}
+
+// The AND-ed conditions of a WHERE clause; the AND of a BETWEEN belongs to it.
+QList<std::pair<qsizetype, qsizetype>> OuterJoinRewriter::splitConditions(qsizetype first,
+                                                                          qsizetype last) const {
+    QList<std::pair<qsizetype, qsizetype>> conditions;
+    qsizetype start = first;
+    int openBetweens = 0;
+    for (qsizetype i = first;; i = skipParentheses(i) + 1) {
+        const bool atEnd = i >= last;
+        if (!atEnd) {
+            if (m_tokens.IsKeyword(i, QLatin1StringView("OR")))
+                throw Error(QStringLiteral("(+) cannot be used in a WHERE clause joined by OR"));
+            if (m_tokens.IsKeyword(i, QLatin1StringView("BETWEEN")))
+                ++openBetweens;
+            if (!m_tokens.IsKeyword(i, QLatin1StringView("AND")))
+                continue;
+            if (openBetweens > 0) {
+                --openBetweens;
+                continue;
+            }
+        }
+        const qsizetype end = std::min(i, last);
+        if (start >= end)
+            throw Error(QStringLiteral("the WHERE clause has an empty condition"));
+        conditions.append({start, end});
+        if (atEnd)
+            return conditions;
+        start = i + 1;
+    }
+}
+
+// Every column named in a condition, by the table it is qualified with, and whether (+) marks
+// it. Function names (a name followed by a parenthesis) are not columns.
+OuterJoinRewriter::ColumnReferences OuterJoinRewriter::referencesIn(qsizetype first,
+                                                                    qsizetype last) const {
+    ColumnReferences refs;
+    qsizetype i = first;
+    while (i < last) {
+        if (m_tokens.IsSymbol(i, QLatin1StringView("(")) &&
+            (m_tokens.IsKeyword(i + 1, QLatin1StringView("SELECT")) ||
+             m_tokens.IsKeyword(i + 1, QLatin1StringView("WITH")))) {
+            refs.hasSubquery = true;
+            i = skipParentheses(i) + 1;
+            continue;
+        }
+        if (m_tokens.Kind(i) == SqlTokenKind::OuterJoinMark)
+            throw Error(QStringLiteral("(+) must follow a column"));
+        if (m_tokens.IsKeyword(i, QLatin1StringView("OR")))
+            refs.hasOr = true;
+        if (!m_tokens.IsName(i)) {
+            ++i;
+            continue;
+        }
+        qsizetype end = i;
+        while (end + 2 < last && m_tokens.IsSymbol(end + 1, QLatin1StringView(".")) &&
+               m_tokens.IsName(end + 2))
+            end += 2;
+        const bool function = end + 1 < last && m_tokens.IsSymbol(end + 1, QLatin1StringView("("));
+        const bool marked = end + 1 < last && m_tokens.Kind(end + 1) == SqlTokenKind::OuterJoinMark;
+        const bool afterAs = m_tokens.IsKeyword(i - 1, QLatin1StringView("AS"));
+        if (function || afterAs) {
+            // a function's or a type's name
+        } else if (end > i) {
+            (marked ? refs.marked : refs.plain).insert(nameKey(end - 2));
+        } else if (marked || m_tokens.Kind(i) == SqlTokenKind::QuotedName ||
+                   !ConditionWords.contains(m_tokens.Text(i).toString().toUpper())) {
+            refs.unqualified << m_tokens.Text(i).toString();
+        }
+        refs.hasMark = refs.hasMark || marked;
+        i = end + (marked ? 2 : 1);
+    }
+    return refs;
+}
+
+void OuterJoinRewriter::attachOuterCondition(qsizetype first, qsizetype last,
+                                             const ColumnReferences& refs) {
+    if (refs.hasSubquery)
+        throw Error(QStringLiteral("a condition with (+) may not contain a subquery"));
+    if (refs.hasOr)
+        throw Error(QStringLiteral("a condition with (+) may not use OR"));
+    if (!refs.unqualified.isEmpty())
+        throw Error(QStringLiteral("in a condition with (+) every column must be qualified with "
+                                   "its table, and %1 is not")
+                        .arg(refs.unqualified.first()));
+    if (refs.marked.size() != 1)
+        throw Error(QStringLiteral("one condition marks columns of several tables with (+): %1")
+                        .arg(listed(refs.marked.values())));
+    const QString outer = *refs.marked.begin();
+    if (refs.plain.contains(outer))
+        throw Error(QStringLiteral("%1 stands on both sides of a condition with (+)").arg(outer));
+    for (const QString& name : refs.plain + refs.marked) {
+        if (itemNamed(name) < 0)
+            throw Error(QStringLiteral("%1 is not a table of the FROM list").arg(name));
+    }
+    FromItem& item = m_items[itemNamed(outer)];
+    item.outer = true;
+    item.conditions << m_piece(first, last, true);
+    item.dependsOn += refs.plain;
+}
+
+qsizetype OuterJoinRewriter::itemNamed(const QString& name) const {
+    for (qsizetype i = 0; i < m_items.size(); ++i) {
+        if (m_items[i].name == name)
+            return i;
+    }
+    return -1;
+}
+
+// The plain tables first, then each outer table once every table its conditions name is placed.
+QString OuterJoinRewriter::joinedFromList() const {
+    QString text;
+    QSet<QString> placed;
+    QList<const FromItem*> waiting;
+    for (const FromItem& item : m_items) {
+        if (item.outer) {
+            if (item.dependsOn.isEmpty())
+                throw Error(QStringLiteral("%1 is outer-joined without a condition that links it "
+                                           "to another table")
+                                .arg(item.name));
+            waiting.append(&item);
+            continue;
+        }
+        text += (placed.isEmpty() ? QString() : QStringLiteral(" CROSS JOIN ")) + item.text;
+        placed.insert(item.name);
+    }
+    if (placed.isEmpty())
+        throw Error(QStringLiteral("every table is outer-joined, so none is there to join to"));
+    while (!waiting.isEmpty()) {
+        const auto ready = std::find_if(waiting.begin(), waiting.end(), [&](const FromItem* item) {
+            return placed.contains(item->dependsOn);
+        });
+        if (ready == waiting.end()) {
+            QStringList names;
+            for (const FromItem* item : waiting)
+                names << item->name;
+            throw Error(
+                QStringLiteral("the outer joins of %1 depend on each other").arg(listed(names)));
+        }
+        const FromItem& item = **ready;
+        text += QStringLiteral(" LEFT JOIN ") + item.text + QStringLiteral(" ON ") +
+                item.conditions.join(QStringLiteral(" AND "));
+        placed.insert(item.name);
+        waiting.erase(ready);
+    }
+    return text;
+}
+
+} // namespace Orvane::Studio

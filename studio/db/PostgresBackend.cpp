@@ -1,0 +1,92 @@
+#include "studio/db/PostgresBackend.h"
+
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/OracleDialectBridge.h"
+#include "studio/db/SqlConnection.h"
+#include "studio/db/SqlLiterals.h"
+
+#include <QSqlField>
+#include <QSqlRecord>
+#include <QStringList>
+
+namespace Orvane::Studio {
+
+namespace {
+
+constexpr int VoidType = 2278; // pg_type oid of void: what a function without result returns
+
+// The type a parameter is cast to, so that PostgreSQL finds the function's overload.
+QString sqlTypeOf(const ProcedureParameter& parameter) {
+    const QString type = parameter.type.toLower();
+    if (type == QLatin1String("integer"))
+        return QStringLiteral("integer");
+    if (type == QLatin1String("string"))
+        return QStringLiteral("text");
+    if (!type.isEmpty())
+        throw Error(QStringLiteral("\"%1\" is not a parameter type (integer or string).")
+                        .arg(parameter.type));
+    switch (parameter.value.typeId()) {
+    case QMetaType::Int:
+    case QMetaType::LongLong:
+        return QStringLiteral("integer");
+    case QMetaType::Double:
+        return QStringLiteral("double precision");
+    default:
+        return QStringLiteral("text");
+    }
+}
+
+} // namespace
+
+QString PostgresBackend::Translate(const QString& statement) const {
+    return OracleDialectBridge::Translate(statement);
+}
+
+qint32 PostgresBackend::NextSequenceValue(const QString& sequence) {
+    RequirePlainName(sequence, QStringLiteral("sequence"));
+    QSqlQuery query = m_connection.Run(QStringLiteral("SELECT nextval(CAST(? AS regclass))"),
+                                       {sequence.toLower()});
+    query.next();
+    return SqlLiterals::AsLong(query.value(0));
+}
+
+QVariant PostgresBackend::CallProcedure(const QString& procedure,
+                                        const QList<ProcedureParameter>& parameters) {
+    RequirePlainName(procedure, QStringLiteral("procedure"));
+    QStringList arguments;
+    for (const ProcedureParameter& parameter : parameters) {
+        arguments << QStringLiteral("CAST(%1 AS %2)")
+                         .arg(SqlLiterals::Format(parameter.value), sqlTypeOf(parameter));
+    }
+    QSqlQuery query = m_connection.Run(QStringLiteral("SELECT * FROM %1(%2)")
+                                           .arg(procedure, arguments.join(QStringLiteral(", "))));
+    if (!query.next() || query.record().field(0).typeID() == VoidType)
+        return {};
+    const QVariant result = query.value(0);
+    return result.isNull() ? QVariant() : result;
+}
+
+QHash<QString, qint32> PostgresBackend::ColumnsOf(const QString& table) {
+    RequirePlainName(table, QStringLiteral("table"));
+    // A varchar(n) or char(n) column keeps n + 4 in atttypmod; other types keep -1.
+    QSqlQuery query = m_connection.Run(
+        QStringLiteral("SELECT a.attname, CASE WHEN a.atttypid IN (1042, 1043) AND "
+                       "a.atttypmod > 4 THEN a.atttypmod - 4 ELSE 0 END "
+                       "FROM pg_attribute a WHERE a.attrelid = to_regclass(?) "
+                       "AND a.attnum > 0 AND NOT a.attisdropped"),
+        {table});
+    QHash<QString, qint32> columns;
+    while (query.next())
+        columns.insert(query.value(0).toString().toCaseFolded(), query.value(1).toInt());
+    return columns;
+}
+
+void PostgresBackend::SetTimeout(qint32 seconds) {
+    if (seconds == m_timeout)
+        return;
+    m_connection.Run(
+        QStringLiteral("SET statement_timeout = %1").arg(qint64(qMax(0, seconds)) * 1000));
+    m_timeout = seconds;
+}
+
+} // namespace Orvane::Studio

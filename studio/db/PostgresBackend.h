@@ -1,0 +1,27 @@
+#pragma once
+
+#include "studio/db/DatabaseBackend.h"
+
+namespace Orvane::Studio {
+
+// PostgreSQL: statements through the Oracle-dialect bridge, native sequences, the stored
+// procedures as PL/pgSQL functions (an Oracle package.procedure is the function procedure in
+// the schema package), the catalog from pg_attribute, time-outs as statement_timeout.
+class PostgresBackend : public DatabaseBackend {
+public:
+    explicit PostgresBackend(SqlConnection& connection)
+        : m_connection(connection) {}
+
+    QString Translate(const QString& statement) const override;
+    qint32 NextSequenceValue(const QString& sequence) override;
+    QVariant CallProcedure(const QString& procedure,
+                           const QList<ProcedureParameter>& parameters) override;
+    QHash<QString, qint32> ColumnsOf(const QString& table) override;
+    void SetTimeout(qint32 seconds) override;
+
+private:
+    SqlConnection& m_connection;
+    qint32 m_timeout = -1;
+};
+
+} // namespace Orvane::Studio

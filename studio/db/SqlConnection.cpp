@@ -1,0 +1,172 @@
+#include "studio/db/SqlConnection.h"
+
+#include "orvane/host/OrvaneError.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSqlError>
+#include <atomic>
+
+namespace Orvane::Studio {
+
+namespace {
+
+QString nextConnectionName() {
+    static std::atomic<int> counter{0};
+    return QStringLiteral("orvane-studio-%1").arg(++counter);
+}
+
+QString packageOf(const QString& driver) {
+    if (driver == QLatin1String("QSQLITE"))
+        return QStringLiteral("libqt6sql6-sqlite");
+    if (driver == QLatin1String("QPSQL"))
+        return QStringLiteral("libqt6sql6-psql");
+    return QStringLiteral("libqt6sql6-odbc");
+}
+
+// The database's own words when it gave any, else Qt's.
+QString messageOf(const QSqlError& error) {
+    const QString own = error.databaseText().trimmed();
+    return own.isEmpty() ? error.text().trimmed() : own;
+}
+
+} // namespace
+
+SqlConnection::SqlConnection(ConnectionDescription description)
+    : m_description(std::move(description))
+    , m_name(nextConnectionName()) {
+    try {
+        open();
+    } catch (...) {
+        QSqlDatabase::removeDatabase(m_name);
+        throw;
+    }
+}
+
+SqlConnection::~SqlConnection() {
+    {
+        QSqlDatabase database = Database();
+        if (m_inTransaction)
+            database.rollback();
+        database.close();
+    }
+    QSqlDatabase::removeDatabase(m_name);
+}
+
+QSqlDatabase SqlConnection::Database() const {
+    return QSqlDatabase::database(m_name, false);
+}
+
+void SqlConnection::open() {
+    const QString driver = m_description.DriverName();
+    if (!QSqlDatabase::isDriverAvailable(driver)) {
+        failOpening(QStringLiteral("the Qt SQL driver %1 is not installed (Debian package %2)")
+                        .arg(driver, packageOf(driver)));
+    }
+    if (m_description.backend == SqlBackend::SQLite)
+        checkSqlitePath();
+
+    QSqlDatabase database = QSqlDatabase::addDatabase(driver, m_name);
+    database.setDatabaseName(m_description.databaseName);
+    if (!m_description.host.isEmpty())
+        database.setHostName(m_description.host);
+    if (m_description.port > 0)
+        database.setPort(m_description.port);
+    if (!m_description.user.isEmpty())
+        database.setUserName(m_description.user);
+    if (!m_description.password.isEmpty())
+        database.setPassword(m_description.password);
+    database.setConnectOptions(m_description.backend == SqlBackend::SQLite
+                                   ? QStringLiteral("QSQLITE_BUSY_TIMEOUT=5000")
+                                   : m_description.options);
+    if (!database.open())
+        failOpening(messageOf(database.lastError()));
+    prepareSession();
+}
+
+// SQLite would create the file anywhere it may; a folder that is missing is the user's mistake.
+void SqlConnection::checkSqlitePath() const {
+    const QString& path = m_description.databaseName;
+    if (path == QLatin1String(":memory:"))
+        return;
+    const QFileInfo file(path);
+    if (file.isDir())
+        failOpening(QStringLiteral("it is a folder, not a database file"));
+    const QDir folder = file.absoluteDir();
+    if (!folder.exists())
+        failOpening(QStringLiteral("the folder \"%1\" does not exist").arg(folder.path()));
+}
+
+// Settings every statement relies on; for SQLite also the first read, which tells a file that
+// is not a database.
+void SqlConnection::prepareSession() {
+    try {
+        if (m_description.backend == SqlBackend::SQLite) {
+            Run(QStringLiteral("PRAGMA foreign_keys = ON"));
+            Run(QStringLiteral("SELECT count(*) FROM sqlite_master"));
+        } else if (m_description.backend == SqlBackend::PostgreSQL) {
+            Run(QStringLiteral("SET client_min_messages = warning"));
+        }
+    } catch (const Error& error) {
+        failOpening(error.message().section(QLatin1Char('\n'), 0, 0));
+    }
+}
+
+void SqlConnection::failOpening(const QString& reason) const {
+    throw Error(QStringLiteral("Cannot open %1: %2").arg(m_description.Shown(), reason));
+}
+
+QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& values) {
+    QSqlQuery query(Database());
+    query.setForwardOnly(true);
+    bool ok = false;
+    if (values.isEmpty()) {
+        ok = query.exec(statement);
+    } else if (query.prepare(statement)) {
+        for (const QVariant& value : values)
+            query.addBindValue(value);
+        ok = query.exec();
+    }
+    if (!ok) {
+        throw Error(
+            QStringLiteral("%1\nStatement: %2").arg(messageOf(query.lastError()), statement));
+    }
+    return query;
+}
+
+void SqlConnection::Begin() {
+    if (m_inTransaction)
+        throw Error(
+            QStringLiteral("A transaction is already open on %1.").arg(m_description.Shown()));
+    QSqlDatabase database = Database();
+    if (!database.transaction())
+        throw Error(QStringLiteral("Cannot begin a transaction on %1: %2")
+                        .arg(m_description.Shown(), messageOf(database.lastError())));
+    m_inTransaction = true;
+}
+
+void SqlConnection::Commit() {
+    if (!m_inTransaction)
+        throw Error(QStringLiteral("There is no open transaction to commit."));
+    QSqlDatabase database = Database();
+    if (!database.commit()) {
+        const QString reason = messageOf(database.lastError());
+        database.rollback();
+        m_inTransaction = false;
+        throw Error(QStringLiteral("Cannot commit on %1; the transaction was rolled back: %2")
+                        .arg(m_description.Shown(), reason));
+    }
+    m_inTransaction = false;
+}
+
+void SqlConnection::Rollback() {
+    if (!m_inTransaction)
+        return;
+    QSqlDatabase database = Database();
+    m_inTransaction = false;
+    if (!database.rollback())
+        throw Error(QStringLiteral("Cannot roll back on %1: %2")
+                        .arg(m_description.Shown(), messageOf(database.lastError())));
+}
+
+} // namespace Orvane::Studio

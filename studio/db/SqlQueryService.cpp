@@ -1,0 +1,125 @@
+#include "studio/db/SqlQueryService.h"
+
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/DatabaseBackend.h"
+#include "studio/db/SqlConnection.h"
+#include "studio/db/SqlLiterals.h"
+#include "studio/db/SqlRecordset.h"
+
+#include <QHash>
+
+namespace Orvane::Studio {
+
+struct SqlQueryService::Private {
+    explicit Private(const QString& connection)
+        : connection(ConnectionDescription::Parse(connection))
+        , backend(DatabaseBackend::For(this->connection)) {}
+
+    SqlConnection connection;
+    std::unique_ptr<DatabaseBackend> backend;
+    QHash<QString, QHash<QString, qint32>> catalog; // case-folded table -> its columns
+    bool setUp = false;
+};
+
+SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm)
+    : d(std::make_unique<Private>(connection)) {
+    if (Backend() != SqlBackend::ODBC &&
+        d->backend->ColumnsOf(QStringLiteral("eds_column")).isEmpty()) {
+        DatabaseSchema::Install(d->connection, newDatabaseForm);
+        d->setUp = true;
+    }
+}
+
+SqlQueryService::~SqlQueryService() = default;
+
+std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statement,
+                                                           qint32 timeoutSeconds) {
+    d->backend->SetTimeout(timeoutSeconds);
+    QSqlQuery query = d->connection.Run(Translate(statement));
+    if (!query.isSelect())
+        return nullptr;
+    return std::make_shared<SqlRecordset>(query);
+}
+
+void SqlQueryService::ExecuteStatement(const QString& statement) {
+    d->connection.Run(Translate(statement));
+}
+
+qint32 SqlQueryService::NextSequenceValue(const QString& sequence) {
+    return d->backend->NextSequenceValue(sequence);
+}
+
+QVariant SqlQueryService::CallProcedure(const QString& procedure,
+                                        const QList<ProcedureParameter>& parameters) {
+    return d->backend->CallProcedure(procedure, parameters);
+}
+
+QString SqlQueryService::BuildSetList(const QList<SetPair>& pairs) {
+    return SqlLiterals::SetList(pairs);
+}
+
+QString SqlQueryService::BuildValueList(const QVariantList& values) {
+    return SqlLiterals::ValueList(values);
+}
+
+QString SqlQueryService::FormatLiteral(const QVariant& value) {
+    return SqlLiterals::Format(value);
+}
+
+qint32 SqlQueryService::ValueAsLong(const QVariant& value) {
+    return SqlLiterals::AsLong(value);
+}
+
+bool SqlQueryService::ValueAsBoolean(const QVariant& value) {
+    return SqlLiterals::AsBoolean(value);
+}
+
+bool SqlQueryService::ColumnExists(const QString& table, const QString& column) {
+    return columnsOf(table).contains(column.toCaseFolded());
+}
+
+qint32 SqlQueryService::ColumnWidth(const QString& table, const QString& column) {
+    return columnsOf(table).value(column.toCaseFolded(), 0);
+}
+
+const QHash<QString, qint32>& SqlQueryService::columnsOf(const QString& table) {
+    const QString key = table.toCaseFolded();
+    auto cached = d->catalog.find(key);
+    if (cached == d->catalog.end())
+        cached = d->catalog.insert(key, d->backend->ColumnsOf(table));
+    return *cached;
+}
+
+void SqlQueryService::BeginTransaction() {
+    d->connection.Begin();
+}
+
+void SqlQueryService::CommitTransaction() {
+    d->connection.Commit();
+}
+
+void SqlQueryService::RollbackTransaction() {
+    d->connection.Rollback();
+}
+
+bool SqlQueryService::InTransaction() const {
+    return d->connection.InTransaction();
+}
+
+SqlBackend SqlQueryService::Backend() const {
+    return d->connection.Backend();
+}
+
+QString SqlQueryService::DatabaseShown() const {
+    return d->connection.Description().Shown();
+}
+
+bool SqlQueryService::SetUpOnOpen() const {
+    return d->setUp;
+}
+
+QString SqlQueryService::Translate(const QString& statement) const {
+    return d->backend->Translate(statement);
+}
+
+} // namespace Orvane::Studio

@@ -1,0 +1,65 @@
+#include "studio/db/SqliteBackend.h"
+
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/OracleDialectBridge.h"
+#include "studio/db/SqlConnection.h"
+#include "studio/db/SqlLiterals.h"
+#include "studio/db/SqliteProcedures.h"
+
+#include <QRegularExpression>
+
+namespace Orvane::Studio {
+
+namespace {
+
+// The declared width of a text column ("VARCHAR(40)" gives 40); 0 for any other type.
+qint32 textWidth(const QString& declaredType) {
+    static const QRegularExpression width(QStringLiteral("\\(\\s*(\\d+)\\s*\\)"));
+    const QString type = declaredType.toUpper();
+    if (!type.contains(QLatin1String("CHAR")) && !type.contains(QLatin1String("TEXT")))
+        return 0;
+    const auto match = width.match(type);
+    return match.hasMatch() ? match.captured(1).toInt() : 0;
+}
+
+} // namespace
+
+QString SqliteBackend::Translate(const QString& statement) const {
+    return OracleDialectBridge::Translate(statement);
+}
+
+qint32 SqliteBackend::NextSequenceValue(const QString& sequence) {
+    return NextValue(m_connection, sequence);
+}
+
+qint32 SqliteBackend::NextValue(SqlConnection& connection, const QString& sequence) {
+    RequirePlainName(sequence, QStringLiteral("sequence"));
+    QSqlQuery query =
+        connection.Run(QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
+                                      "WHERE sequence_name = ? RETURNING next_value - 1"),
+                       {sequence.toLower()});
+    if (!query.next())
+        throw Error(QStringLiteral("The sequence %1 does not exist in %2.")
+                        .arg(sequence, connection.Description().Shown()));
+    const qint32 value = SqlLiterals::AsLong(query.value(0));
+    query.finish();
+    return value;
+}
+
+QVariant SqliteBackend::CallProcedure(const QString& procedure,
+                                      const QList<ProcedureParameter>& parameters) {
+    return SqliteProcedures(m_connection).Call(procedure, parameters);
+}
+
+QHash<QString, qint32> SqliteBackend::ColumnsOf(const QString& table) {
+    RequirePlainName(table, QStringLiteral("table"));
+    QSqlQuery query =
+        m_connection.Run(QStringLiteral("SELECT name, type FROM pragma_table_info(?)"), {table});
+    QHash<QString, qint32> columns;
+    while (query.next())
+        columns.insert(query.value(0).toString().toCaseFolded(),
+                       textWidth(query.value(1).toString()));
+    return columns;
+}
+
+} // namespace Orvane::Studio

@@ -1,0 +1,27 @@
+#pragma once
+
+#include "studio/db/DatabaseBackend.h"
+
+namespace Orvane::Studio {
+
+// SQLite: statements through the Oracle-dialect bridge, sequences as rows of the table
+// sequence_counter, the stored procedures as C++ routines (SqliteProcedures).
+class SqliteBackend : public DatabaseBackend {
+public:
+    explicit SqliteBackend(SqlConnection& connection)
+        : m_connection(connection) {}
+
+    QString Translate(const QString& statement) const override;
+    qint32 NextSequenceValue(const QString& sequence) override;
+    QVariant CallProcedure(const QString& procedure,
+                           const QList<ProcedureParameter>& parameters) override;
+    QHash<QString, qint32> ColumnsOf(const QString& table) override;
+
+    // Advances the named sequence in one statement, so two connections never get one value.
+    static qint32 NextValue(SqlConnection& connection, const QString& sequence);
+
+private:
+    SqlConnection& m_connection;
+};
+
+} // namespace Orvane::Studio

@@ -1,0 +1,283 @@
+#include "studio/dictionary/FieldStore.h"
+
+#include "orvane/host/IField.h"
+#include "orvane/host/IQueryService.h"
+#include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/SqlQueryService.h"
+#include "studio/db/TransactionScope.h"
+#include "studio/dictionary/DictionarySql.h"
+
+#include <QMap>
+#include <QStringList>
+#include <algorithm>
+
+namespace Orvane::Studio {
+
+namespace {
+
+const QString AddTechFromMask = QStringLiteral("qv_dictionary.add_tech_from_mask");
+const QStringList DataTypeCodes{QStringLiteral("I"), QStringLiteral("F"), QStringLiteral("S"),
+                                QStringLiteral("E"), QStringLiteral("D")};
+// The group eds_client.createfield puts every new field in.
+const QString ExternalGroup = QStringLiteral("EXT");
+
+ProcedureParameter integer(qint32 value) {
+    return {value, QString(), QStringLiteral("integer")};
+}
+
+// What one row adds to the field it belongs to: a technology and an extra value at most.
+struct FieldRowsReader {
+    IQueryService& query;
+    IRecordset& rst;
+
+    QString text(const char* name) const {
+        return rst.Value(QLatin1String(name)).toString().trimmed();
+    }
+    qint32 number(const char* name) const {
+        return query.ValueAsLong(rst.Value(QLatin1String(name)));
+    }
+
+    FieldValues first() const {
+        FieldValues values;
+        values.id = number("field_id");
+        values.name = rst.Value(QStringLiteral("name")).toString();
+        values.entityId = number("entity_id");
+        values.entityLabel = text("entity_label");
+        values.description = rst.Value(QStringLiteral("field_desc")).toString();
+        values.heading1 = rst.Value(QStringLiteral("report_header")).toString();
+        values.heading2 = rst.Value(QStringLiteral("report_header2")).toString();
+        values.aggregationPairId = number("field_aggregator");
+        values.timeAggregator = text("time_aggregator");
+        values.elementAggregator = text("element_aggregator");
+        values.dataType = text("datatype");
+        values.appGroup = text("app_group");
+        values.groupShort = text("field_group_short");
+        values.style = number("field_style");
+        values.styleColour = number("style_colour");
+        values.ownerId = number("owner_id");
+        return values;
+    }
+
+    void addTo(FieldValues& values, QMap<qint32, QString>& technologies) const {
+        const qint32 bit = number("tech_bit");
+        if (bit > 0)
+            technologies.insert(bit, text("tech_name"));
+        const QString extra = text("extra_column");
+        if (!extra.isEmpty())
+            values.extra.insert(extra, rst.Value(QStringLiteral("extra_value")).toString());
+    }
+};
+
+void finish(FieldValues& values, const QMap<qint32, QString>& technologies) {
+    values.technologyMask = 0;
+    for (auto it = technologies.begin(); it != technologies.end(); ++it)
+        values.technologyMask |= it.key();
+    values.technologies = QStringList(technologies.values()).join(QStringLiteral(", "));
+}
+
+} // namespace
+
+QList<FieldValues> FieldStore::Read(const QString& statement) {
+    QList<FieldValues> fields;
+    const auto rst = m_query.OpenRecordset(statement, 60);
+    if (!rst)
+        return fields;
+    const FieldRowsReader reader{m_query, *rst};
+    QMap<qint32, QString> technologies;
+    for (; !rst->Eof(); rst->MoveNext()) {
+        const qint32 id = reader.number("field_id");
+        if (fields.isEmpty() || fields.last().id != id) {
+            if (!fields.isEmpty())
+                finish(fields.last(), technologies);
+            technologies.clear();
+            fields << reader.first();
+        }
+        reader.addTo(fields.last(), technologies);
+    }
+    if (!fields.isEmpty())
+        finish(fields.last(), technologies);
+    return fields;
+}
+
+FieldValues FieldStore::Prepare(const FieldSaveRequest& request, const FieldValues& current) {
+    if (request.fieldId != current.id)
+        throw Error(QStringLiteral("This field object holds field %1 and cannot save field %2.")
+                        .arg(current.id)
+                        .arg(request.fieldId));
+    FieldValues values = current;
+    values.name = request.name.trimmed();
+    if (values.name.isEmpty())
+        throw Error(QStringLiteral("A field needs a name."));
+    if (!DataTypeCodes.contains(request.dataTypeCode))
+        throw Error(QStringLiteral("\"%1\" is not a data type of the dictionary; use I, F, S, E "
+                                   "or D.")
+                        .arg(request.dataTypeCode));
+    if (current.id == 0) {
+        values.entityId = request.entityId;
+        values.entityLabel = entityLabel(request.entityId);
+        values.appGroup = request.appGroup;
+        values.groupShort = ExternalGroup;
+    }
+    values.description = request.description;
+    values.heading1 = request.heading1;
+    values.heading2 = request.heading2;
+    values.dataType = request.dataTypeCode;
+    values.aggregationPairId = request.aggregationPairId;
+    values.technologyMask = request.technologyMask;
+    values.style = request.style;
+    values.styleColour = request.styleColour;
+    values.ownerId = request.ownerId;
+    values.savedAt = request.savedAt;
+    resolveAggregators(values);
+    resolveTechnologies(values);
+    takeExtraValues(request, values);
+    return values;
+}
+
+QString FieldStore::entityLabel(qint32 entityId) {
+    const auto rst = m_query.OpenRecordset(DictionarySql::Entity(entityId), 60);
+    if (!rst || rst->Eof())
+        throw Error(QStringLiteral("There is no entity %1 in the dictionary.").arg(entityId));
+    return rst->Value(QStringLiteral("entity_label")).toString().trimmed();
+}
+
+void FieldStore::resolveAggregators(FieldValues& values) {
+    values.timeAggregator.clear();
+    values.elementAggregator.clear();
+    if (values.aggregationPairId == 0)
+        return;
+    const auto rst =
+        m_query.OpenRecordset(DictionarySql::AggregatorsOfPair(values.aggregationPairId), 60);
+    if (!rst || rst->Eof())
+        throw Error(QStringLiteral("There is no aggregation pair %1 in the dictionary.")
+                        .arg(values.aggregationPairId));
+    values.timeAggregator = rst->Value(QStringLiteral("time_aggregator")).toString().trimmed();
+    values.elementAggregator =
+        rst->Value(QStringLiteral("element_aggregator")).toString().trimmed();
+}
+
+void FieldStore::resolveTechnologies(FieldValues& values) {
+    const QList<Technology> technologies = Technologies();
+    qint32 known = 0;
+    for (const Technology& technology : technologies)
+        known |= technology.bit;
+    if (values.technologyMask < 0 || (values.technologyMask & ~known) != 0)
+        throw Error(QStringLiteral("The technology mask %1 names technologies the dictionary "
+                                   "does not have.")
+                        .arg(values.technologyMask));
+    values.technologies = TechnologyText(technologies, values.technologyMask);
+}
+
+// Only the columns in use are shown, so only they are taken; the others keep their values.
+void FieldStore::takeExtraValues(const FieldSaveRequest& request, FieldValues& values) {
+    const QList<ExtraColumnRow> columns = ExtraColumns(values.appGroup);
+    for (const auto& [name, value] : request.extraColumns) {
+        const auto column = std::find_if(columns.begin(), columns.end(),
+                                         [&](const ExtraColumnRow& c) { return c.name == name; });
+        if (column == columns.end() || !column->inUse)
+            continue;
+        if (value.isEmpty())
+            values.extra.remove(name);
+        else
+            values.extra.insert(name, value);
+    }
+}
+
+bool FieldStore::NameTaken(qint32 entityId, const QString& name, qint32 exceptId) {
+    const auto rst =
+        m_query.OpenRecordset(DictionarySql::FieldNamed(m_query, entityId, name, exceptId), 60);
+    return rst && !rst->Eof();
+}
+
+void FieldStore::WriteStored(const FieldValues& values) {
+    inOneTransaction([&] {
+        m_query.ExecuteStatement(DictionarySql::UpdateFieldDefinition(
+            values.id, m_query.BuildSetList({
+                           {QStringLiteral("field_desc"), values.description},
+                           {QStringLiteral("field_aggregator"), values.aggregationPairId},
+                           {QStringLiteral("datatype"), values.dataType},
+                           {QStringLiteral("technologies"), values.technologies},
+                           {QStringLiteral("field_style"), values.style},
+                           {QStringLiteral("style_colour"), values.styleColour},
+                           {QStringLiteral("owner_id"), values.ownerId},
+                           {QStringLiteral("saved_at"), values.savedAt},
+                       })));
+        m_query.ExecuteStatement(DictionarySql::UpdateFieldNames(
+            values.id, m_query.BuildSetList({
+                           {QStringLiteral("name"), values.name},
+                           {QStringLiteral("report_header"), values.heading1},
+                           {QStringLiteral("report_header2"), values.heading2},
+                       })));
+        m_query.ExecuteStatement(DictionarySql::DeleteFieldTechnologies(values.id));
+        m_query.CallProcedure(AddTechFromMask,
+                              {integer(values.id), integer(values.technologyMask)});
+        writeExtras(values);
+    });
+}
+
+void FieldStore::WriteRegistered(const FieldValues& values) {
+    inOneTransaction([&] {
+        m_query.ExecuteStatement(DictionarySql::UpdateFieldDefinition(
+            values.id, m_query.BuildSetList({
+                           {QStringLiteral("style_colour"), values.styleColour},
+                           {QStringLiteral("owner_id"), values.ownerId},
+                           {QStringLiteral("saved_at"), values.savedAt},
+                       })));
+        writeExtras(values);
+    });
+}
+
+void FieldStore::writeExtras(const FieldValues& values) {
+    for (const ExtraColumnRow& column : ExtraColumns(values.appGroup)) {
+        if (!column.inUse)
+            continue;
+        m_query.ExecuteStatement(DictionarySql::DeleteExtraValue(values.id, column.id));
+        const QString value = values.extra.value(column.name);
+        if (!value.isEmpty())
+            m_query.ExecuteStatement(
+                DictionarySql::InsertExtraValue(m_query, values.id, column.id, value));
+    }
+}
+
+QList<Technology> FieldStore::Technologies() {
+    QList<Technology> technologies;
+    const auto rst = m_query.OpenRecordset(DictionarySql::Technologies(), 60);
+    for (; rst && !rst->Eof(); rst->MoveNext())
+        technologies << Technology{rst->Value(QStringLiteral("tech_name")).toString().trimmed(),
+                                   m_query.ValueAsLong(rst->Value(QStringLiteral("tech_bit")))};
+    return technologies;
+}
+
+QList<ExtraColumnRow> FieldStore::ExtraColumns(const QString& appGroup) {
+    QList<ExtraColumnRow> columns;
+    const auto rst = m_query.OpenRecordset(DictionarySql::ExtraColumns(m_query, appGroup), 60);
+    for (; rst && !rst->Eof(); rst->MoveNext())
+        columns << ExtraColumnRow{
+            m_query.ValueAsLong(rst->Value(QStringLiteral("extra_column_id"))),
+            rst->Value(QStringLiteral("column_name")).toString().trimmed(),
+            m_query.ValueAsBoolean(rst->Value(QStringLiteral("in_use")))};
+    return columns;
+}
+
+QString FieldStore::TechnologyText(const QList<Technology>& technologies, qint32 mask) {
+    QStringList names;
+    for (const Technology& technology : technologies) {
+        if ((mask & technology.bit) != 0)
+            names << technology.name;
+    }
+    return names.join(QStringLiteral(", "));
+}
+
+void FieldStore::inOneTransaction(const std::function<void()>& work) {
+    auto* sql = dynamic_cast<SqlQueryService*>(&m_query);
+    if (!sql || sql->InTransaction()) {
+        work();
+        return;
+    }
+    TransactionScope transaction(*sql);
+    work();
+    transaction.Commit();
+}
+
+} // namespace Orvane::Studio

@@ -1,0 +1,106 @@
+#include "tests/integration/DatabaseTest.h"
+
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IRecordset.h"
+#include "studio/db/ConnectionDescription.h"
+#include "studio/db/SqlConnection.h"
+
+#include <QCoreApplication>
+#include <QUrl>
+#include <atomic>
+
+namespace Orvane::Testing {
+
+using Studio::SchemaForm;
+using Studio::SqlBackend;
+
+namespace {
+
+QString postgresServer() {
+    return qEnvironmentVariable("ORVANE_TEST_PG");
+}
+
+// Databases are made and dropped through the server's own database "postgres", which is left as
+// it is (a query service would set it up).
+void administer(const QString& statement) {
+    Studio::SqlConnection admin(Studio::ConnectionDescription::Parse(postgresServer()));
+    admin.Run(statement);
+}
+
+QString freshDatabaseName() {
+    static std::atomic<int> counter{0};
+    return QStringLiteral("orvane_test_%1_%2")
+        .arg(QCoreApplication::applicationPid())
+        .arg(++counter);
+}
+
+} // namespace
+
+std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info) {
+    const std::string backend = info.param.backend == SqlBackend::SQLite ? "SQLite" : "PostgreSQL";
+    const std::string form = info.param.form == SchemaForm::WithEditorPosition
+                                 ? "WithEditorPosition"
+                                 : "WithoutEditorPosition";
+    return backend + "_" + form;
+}
+
+::testing::internal::ParamGenerator<DatabaseTarget> AllDatabases() {
+    return ::testing::Values(
+        DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithEditorPosition},
+        DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithoutEditorPosition},
+        DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithEditorPosition},
+        DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithoutEditorPosition});
+}
+
+QString postgresConnection(const QString& database) {
+    QUrl url(postgresServer());
+    url.setPath(QLatin1Char('/') + database);
+    return url.toString();
+}
+
+void DatabaseTest::SetUp() {
+    if (onPostgres()) {
+        if (postgresServer().isEmpty())
+            GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
+        m_postgresDatabase = freshDatabaseName();
+        administer(QStringLiteral("CREATE DATABASE ") + m_postgresDatabase);
+        m_connection = postgresConnection(m_postgresDatabase);
+    } else {
+        ASSERT_TRUE(m_folder.isValid());
+        m_connection = QStringLiteral("sqlite:") + m_folder.filePath(QStringLiteral("orvane.db"));
+    }
+    db = std::make_shared<Studio::SqlQueryService>(m_connection, GetParam().form);
+    HostRegistry::Install({db, dictionary, app, widgets});
+}
+
+void DatabaseTest::TearDown() {
+    HostRegistry::Uninstall();
+    db.reset();
+    if (!m_postgresDatabase.isEmpty())
+        administer(
+            QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_postgresDatabase));
+}
+
+bool DatabaseTest::withEditorPosition() const {
+    return GetParam().form == SchemaForm::WithEditorPosition;
+}
+
+bool DatabaseTest::onPostgres() const {
+    return GetParam().backend == SqlBackend::PostgreSQL;
+}
+
+QVariant DatabaseTest::scalar(const QString& statement) {
+    const auto rst = db->OpenRecordset(statement);
+    if (!rst || rst->Eof())
+        return {};
+    return rst->Value(QStringLiteral("v"));
+}
+
+qint32 DatabaseTest::count(const QString& table, const QString& condition) {
+    QString statement = QStringLiteral("SELECT count(*) v FROM ") + table;
+    if (!condition.isEmpty())
+        statement += QStringLiteral(" WHERE ") + condition;
+    return db->ValueAsLong(scalar(statement));
+}
+
+} // namespace Orvane::Testing
