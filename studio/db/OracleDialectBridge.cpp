@@ -140,7 +140,9 @@ private:
             if (i > first) {
                 // "b.x(+)IS NULL" must not become "b.xIS NULL".
                 const QStringView gap = m_tokens.GapBefore(i);
-                text += gap.isEmpty() && markDropped ? QStringView(u" ") : gap;
+                const bool glues = m_tokens.Kind(i) == SqlTokenKind::Word ||
+                                   m_tokens.Kind(i) == SqlTokenKind::Number;
+                text += gap.isEmpty() && markDropped && glues ? QStringView(u" ") : gap;
             }
             markDropped = false;
             if (isSubquery(i)) {

@@ -11,55 +11,21 @@ namespace Orvane::Studio {
 
 namespace {
 
+QSet<QString> wordSet(const char* words) {
+    const QStringList list = QString::fromLatin1(words).split(QLatin1Char(' '));
+    return QSet<QString>(list.begin(), list.end());
+}
+
 // Words that may stand in a FROM list only in explicit joins, which (+) cannot be mixed with.
-const QSet<QString> JoinWords{
-    QStringLiteral("JOIN"),  QStringLiteral("INNER"),   QStringLiteral("LEFT"),
-    QStringLiteral("RIGHT"), QStringLiteral("FULL"),    QStringLiteral("CROSS"),
-    QStringLiteral("OUTER"), QStringLiteral("NATURAL"), QStringLiteral("ON"),
-    QStringLiteral("USING"), QStringLiteral("APPLY"),   QStringLiteral("LATERAL")};
+const QSet<QString> JoinWords =
+    wordSet("JOIN INNER LEFT RIGHT FULL CROSS OUTER NATURAL ON USING APPLY LATERAL");
 
 // Bare words of a condition that are not column names.
-const QSet<QString> ConditionWords{QStringLiteral("AND"),
-                                   QStringLiteral("OR"),
-                                   QStringLiteral("NOT"),
-                                   QStringLiteral("NULL"),
-                                   QStringLiteral("IS"),
-                                   QStringLiteral("IN"),
-                                   QStringLiteral("LIKE"),
-                                   QStringLiteral("ESCAPE"),
-                                   QStringLiteral("BETWEEN"),
-                                   QStringLiteral("CASE"),
-                                   QStringLiteral("WHEN"),
-                                   QStringLiteral("THEN"),
-                                   QStringLiteral("ELSE"),
-                                   QStringLiteral("END"),
-                                   QStringLiteral("TRUE"),
-                                   QStringLiteral("FALSE"),
-                                   QStringLiteral("UNKNOWN"),
-                                   QStringLiteral("EXISTS"),
-                                   QStringLiteral("ANY"),
-                                   QStringLiteral("ALL"),
-                                   QStringLiteral("SOME"),
-                                   QStringLiteral("PRIOR"),
-                                   QStringLiteral("DISTINCT"),
-                                   QStringLiteral("AS"),
-                                   QStringLiteral("SYSDATE"),
-                                   QStringLiteral("SYSTIMESTAMP"),
-                                   QStringLiteral("CURRENT_DATE"),
-                                   QStringLiteral("CURRENT_TIMESTAMP"),
-                                   QStringLiteral("USER"),
-                                   QStringLiteral("ROWNUM"),
-                                   QStringLiteral("LEVEL"),
-                                   QStringLiteral("DATE"),
-                                   QStringLiteral("TIMESTAMP"),
-                                   QStringLiteral("INTERVAL"),
-                                   QStringLiteral("YEAR"),
-                                   QStringLiteral("MONTH"),
-                                   QStringLiteral("DAY"),
-                                   QStringLiteral("HOUR"),
-                                   QStringLiteral("MINUTE"),
-                                   QStringLiteral("SECOND"),
-                                   QStringLiteral("TO")};
+const QSet<QString> ConditionWords =
+    wordSet("AND OR NOT NULL IS IN LIKE ESCAPE BETWEEN CASE WHEN THEN ELSE END TRUE FALSE UNKNOWN "
+            "EXISTS ANY ALL SOME PRIOR DISTINCT AS SYSDATE SYSTIMESTAMP CURRENT_DATE "
+            "CURRENT_TIMESTAMP USER ROWNUM LEVEL DATE TIMESTAMP INTERVAL YEAR MONTH DAY HOUR "
+            "MINUTE SECOND TO");
 
 QString listed(const QStringList& names) {
     return names.join(QStringLiteral(", "));
@@ -222,13 +188,12 @@ OuterJoinRewriter::ColumnReferences OuterJoinRewriter::referencesIn(qsizetype fi
             end += 2;
         const bool function = end + 1 < last && m_tokens.IsSymbol(end + 1, QLatin1StringView("("));
         const bool marked = end + 1 < last && m_tokens.Kind(end + 1) == SqlTokenKind::OuterJoinMark;
-        const bool afterAs = m_tokens.IsKeyword(i - 1, QLatin1StringView("AS"));
-        if (function || afterAs) {
-            // a function's or a type's name
-        } else if (end > i) {
+        // A name before "(" is a function's, one after AS a type's: CAST(x AS INTEGER).
+        const bool column = !function && !m_tokens.IsKeyword(i - 1, QLatin1StringView("AS"));
+        if (column && end > i) {
             (marked ? refs.marked : refs.plain).insert(nameKey(end - 2));
-        } else if (marked || m_tokens.Kind(i) == SqlTokenKind::QuotedName ||
-                   !ConditionWords.contains(m_tokens.Text(i).toString().toUpper())) {
+        } else if (column && (marked || m_tokens.Kind(i) == SqlTokenKind::QuotedName ||
+                              !ConditionWords.contains(m_tokens.Text(i).toString().toUpper()))) {
             refs.unqualified << m_tokens.Text(i).toString();
         }
         refs.hasMark = refs.hasMark || marked;

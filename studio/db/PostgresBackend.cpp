@@ -38,6 +38,11 @@ QString sqlTypeOf(const ProcedureParameter& parameter) {
 
 } // namespace
 
+PostgresBackend::PostgresBackend(SqlConnection& connection)
+    : m_connection(connection) {
+    SetTimeout(60);
+}
+
 QString PostgresBackend::Translate(const QString& statement) const {
     return OracleDialectBridge::Translate(statement);
 }

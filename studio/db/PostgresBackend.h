@@ -9,8 +9,9 @@ namespace Orvane::Studio {
 // the schema package), the catalog from pg_attribute, time-outs as statement_timeout.
 class PostgresBackend : public DatabaseBackend {
 public:
-    explicit PostgresBackend(SqlConnection& connection)
-        : m_connection(connection) {}
+    // Starts with the library's time-out of 60 seconds, set outside any transaction so that no
+    // rollback takes it back.
+    explicit PostgresBackend(SqlConnection& connection);
 
     QString Translate(const QString& statement) const override;
     qint32 NextSequenceValue(const QString& sequence) override;

@@ -44,6 +44,12 @@ std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info) {
     return backend + "_" + form;
 }
 
+void PrintTo(const DatabaseTarget& target, std::ostream* out) {
+    *out << (target.backend == SqlBackend::SQLite ? "SQLite" : "PostgreSQL")
+         << (target.form == SchemaForm::WithEditorPosition ? ", with" : ", without")
+         << " editor_position";
+}
+
 ::testing::internal::ParamGenerator<DatabaseTarget> AllDatabases() {
     return ::testing::Values(
         DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithEditorPosition},

@@ -9,6 +9,7 @@
 #include <QTemporaryDir>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace Orvane::Testing {
@@ -21,6 +22,8 @@ struct DatabaseTarget {
 };
 
 std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info);
+// How test listings show a target: "SQLite, without editor_position".
+void PrintTo(const DatabaseTarget& target, std::ostream* out);
 
 // Creates a fresh database for each test (a file in a temporary folder, or a new PostgreSQL
 // database dropped afterwards), opens the service on it and installs it as the host's query

@@ -1,0 +1,159 @@
+#include "studio/db/OracleDialectBridge.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/model/MSQL.h"
+#include "tests/support/FakeHost.h"
+
+#include <gmock/gmock.h>
+
+namespace Orvane::Testing {
+
+using Studio::OracleDialectBridge;
+using ::testing::HasSubstr;
+
+namespace {
+
+// As std::string, so that a failing comparison shows the statements.
+std::string translated(const QString& statement) {
+    return OracleDialectBridge::Translate(statement).toStdString();
+}
+
+std::string text(const QString& statement) {
+    return statement.toStdString();
+}
+
+struct Case {
+    const char* what;
+    const char* oracle;
+    const char* ansi;
+};
+
+} // namespace
+
+class OracleDialectBridgeTest : public FakeHostTest {};
+
+TEST_F(OracleDialectBridgeTest, TheLibrarysColumnQueryBecomesLeftJoins) {
+    const QString joins =
+        QStringLiteral(" FROM eds_column a"
+                       " LEFT JOIN qvd_eds_def b ON b.col_id = a.col_id AND b.eds_id = a.eds_id"
+                       " LEFT JOIN eds_primarykey e ON e.eds_id = a.eds_id AND e.col_id = a.col_id"
+                       " LEFT JOIN qvd_dict_name f ON e.field_id = f.field_id"
+                       " LEFT JOIN qvn_entity g ON f.entity_id = g.entity_id"
+                       " WHERE a.EDS_Id = 7 ORDER BY");
+    const QString selectList =
+        QStringLiteral("SELECT a.col_id, a.col_name, a.col_type, a.col_position, b.Field_id, "
+                       "e.pk_id, e.field_id pkFld_id, e.ordinal, f.entity_id pkEntity_id, "
+                       "f.name pkFld_name, g.entity_name pkEntity_name, "
+                       "g.entity_label pkEntity_label, a.is_timestamp TimeStamp");
+
+    const QString current = MSQL::ColumnQuery(7);
+    const std::string ansi = translated(current);
+    EXPECT_EQ(ansi, text(selectList + QStringLiteral(", a.editor_position") + joins +
+                         QStringLiteral(" a.editor_position")));
+    EXPECT_EQ(translated(QString::fromStdString(ansi)), ansi);
+
+    query->editorPosition = false;
+    EXPECT_EQ(translated(MSQL::ColumnQuery(7)),
+              text(selectList + joins + QStringLiteral(" a.col_position")));
+}
+
+TEST_F(OracleDialectBridgeTest, SelectUniqueBecomesSelectDistinct) {
+    EXPECT_EQ(translated(MSQL::TemplatesUsingFieldQuery(12)),
+              std::string("SELECT DISTINCT a.TemplateId FROM PM_TemplateField a, QVD_EDS_Def c "
+                          "WHERE a.Field_Id = c.Field_Id AND a.Field_Id = 12"));
+    EXPECT_EQ(
+        translated(QStringLiteral("select unique x from t where t.y in (SELECT UNIQUE y FROM u)")),
+        "select DISTINCT x from t where t.y in (SELECT DISTINCT y FROM u)");
+}
+
+TEST_F(OracleDialectBridgeTest, StatementsWithoutOracleSyntaxPassUnchanged) {
+    for (const QString& statement :
+         {MSQL::AsciiSettingsQuery(5), MSQL::OdbcSettingsQuery(5),
+          MSQL::FrequencyListQuery(QStringLiteral("T")), MSQL::InsertKey(1, 2, 3, 4, 5),
+          MSQL::UpdateColumn(3, QStringLiteral("x"), QStringLiteral("S"), 1, 1),
+          MSQL::ExternalFieldGroupQuery(), MSQL::FieldNameInUseQuery(7, QStringLiteral("Name"), 3),
+          QStringLiteral("INSERT INTO t VALUES('a.x(+) = b.y', 'SELECT UNIQUE', \"q(+)\") -- (+)"),
+          QStringLiteral("  /* SELECT UNIQUE */ SELECT unique_id FROM t  ")}) {
+        EXPECT_EQ(translated(statement), text(statement));
+    }
+}
+
+TEST_F(OracleDialectBridgeTest, OuterJoinsOfEveryShapeBecomeAnsiJoins) {
+    const Case cases[] = {
+        {"several outer tables, an ordinary condition between them",
+         "SELECT a.x, b.y, c.z FROM t1 a, t2 b, t3 c WHERE a.id = b.id(+) AND a.k = 5 AND "
+         "c.id(+) = a.id AND c.kind(+) = 'K'",
+         "SELECT a.x, b.y, c.z FROM t1 a LEFT JOIN t2 b ON a.id = b.id LEFT JOIN t3 c ON c.id = "
+         "a.id AND c.kind = 'K' WHERE a.k = 5"},
+        {"outer table listed before the table it joins",
+         "SELECT * FROM t2 b, t1 a WHERE b.id(+) = a.id",
+         "SELECT * FROM t1 a LEFT JOIN t2 b ON b.id = a.id"},
+        {"a chain listed backwards", "SELECT 1 FROM g, f, a WHERE f.e = g.e(+) AND a.f = f.f(+)",
+         "SELECT 1 FROM a LEFT JOIN f ON a.f = f.f LEFT JOIN g ON f.e = g.e"},
+        {"two plain tables", "SELECT 1 FROM a, b, c WHERE a.id = b.id AND c.id(+) = b.id",
+         "SELECT 1 FROM a CROSS JOIN b LEFT JOIN c ON c.id = b.id WHERE a.id = b.id"},
+        {"schema-qualified tables without alias, blanks inside the mark",
+         "SELECT 1 FROM pm.t1, pm.t2 WHERE t1.id = t2.id ( + ) GROUP BY t1.id",
+         "SELECT 1 FROM pm.t1 LEFT JOIN pm.t2 ON t1.id = t2.id GROUP BY t1.id"},
+        {"quoted names and an AS alias",
+         "SELECT 1 FROM \"T1\" a, t2 AS \"B\" WHERE a.\"Id\" = \"B\".id(+)",
+         "SELECT 1 FROM \"T1\" a LEFT JOIN t2 AS \"B\" ON a.\"Id\" = \"B\".id"},
+        {"a BETWEEN, a function and IS NULL after a mark",
+         "SELECT 1 FROM a, b WHERE a.d BETWEEN 1 AND 5 AND NVL(b.v(+), 0) > a.v AND b.w(+)IS NULL",
+         "SELECT 1 FROM a LEFT JOIN b ON NVL(b.v, 0) > a.v AND b.w IS NULL WHERE a.d BETWEEN 1 AND "
+         "5"},
+        {"outer joins inside a subquery and a union",
+         "SELECT x FROM t WHERE t.id IN (SELECT a.id FROM a, b WHERE a.id = b.id(+)) UNION ALL "
+         "SELECT c.x FROM c, d WHERE c.k = d.k(+)",
+         "SELECT x FROM t WHERE t.id IN (SELECT a.id FROM a LEFT JOIN b ON a.id = b.id) UNION ALL "
+         "SELECT c.x FROM c LEFT JOIN d ON c.k = d.k"},
+        {"a derived table with its alias",
+         "SELECT 1 FROM (SELECT UNIQUE id FROM t) a, u b WHERE a.id = b.id(+) AND b.z(+) > 2",
+         "SELECT 1 FROM (SELECT DISTINCT id FROM t) a LEFT JOIN u b ON a.id = b.id AND b.z > 2"},
+        {"an insert that copies an outer join",
+         "INSERT INTO x (a, b) SELECT a.a, b.b FROM a, b WHERE a.id = b.id(+)",
+         "INSERT INTO x (a, b) SELECT a.a, b.b FROM a LEFT JOIN b ON a.id = b.id"},
+    };
+    for (const Case& c : cases) {
+        const std::string out = translated(QString::fromUtf8(c.oracle));
+        EXPECT_EQ(out, c.ansi) << c.what;
+        EXPECT_EQ(translated(QString::fromStdString(out)), out) << c.what;
+    }
+}
+
+TEST_F(OracleDialectBridgeTest, WhatCannotBeTranslatedWithCertaintyIsRefused) {
+    const std::pair<const char*, const char*> cases[] = {
+        {"SELECT 1 FROM a, b WHERE a.id = b.id(+) OR a.x = 1", "joined by OR"},
+        {"SELECT 1 FROM a, b WHERE (a.id = b.id(+) OR b.x(+) = 1)", "may not use OR"},
+        {"SELECT 1 FROM a, b WHERE id = b.id(+)", "must be qualified"},
+        {"SELECT 1 FROM a, b WHERE a.id = x(+)", "must be qualified"},
+        {"SELECT 1 FROM a, b WHERE a.id(+) = b.id(+)", "several tables"},
+        {"SELECT 1 FROM a, b WHERE a.x = b.x(+) AND b.y = a.y(+)", "every table is outer-joined"},
+        {"SELECT 1 FROM a, b, c WHERE a.x = b.x AND b.y = c.y(+) AND c.z = b.z(+)",
+         "depend on each other"},
+        {"SELECT 1 FROM a, b WHERE b.x(+) = b.y", "both sides"},
+        {"SELECT 1 FROM a, b WHERE b.kind(+) = 'K'", "without a condition that links it"},
+        {"SELECT 1 FROM a, b WHERE z.id = b.id(+)", "Z is not a table of the FROM list"},
+        {"SELECT 1 FROM a JOIN c ON c.id = a.id, b WHERE a.id = b.id(+)",
+         "cannot be mixed with JOIN"},
+        {"SELECT 1 FROM a, a WHERE a.id = a.id(+)", "both called A"},
+        {"SELECT b.x(+) FROM a, b WHERE a.id = b.id", "only in the WHERE clause"},
+        {"UPDATE t SET x = 1 WHERE t.a = u.b(+)", "no outer join can be formed"},
+        {"SELECT 1 FROM a, b WHERE a.id = b.id(+) AND b.x(+) = (SELECT max(c.x) FROM c)",
+         "subquery"},
+        {"SELECT 1 FROM a, b WHERE a.id = b.id(+) AND b.x = 'open", "never closed"},
+        {"SELECT 1 FROM a, b WHERE (a.id = b.id(+)", "parentheses do not match"},
+        {"SELECT 1 FROM a, (SELECT 1 FROM c) WHERE a.id = b.id(+)", "needs an alias"},
+    };
+    for (const auto& [statement, reason] : cases) {
+        try {
+            ADD_FAILURE() << statement << " was translated to "
+                          << translated(QString::fromUtf8(statement));
+        } catch (const Error& error) {
+            EXPECT_THAT(error.message().toStdString(),
+                        testing::AllOf(HasSubstr("Cannot translate this statement"),
+                                       HasSubstr(reason), HasSubstr(statement)));
+        }
+    }
+}
+
+} // namespace Orvane::Testing
