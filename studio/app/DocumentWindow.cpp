@@ -22,7 +22,9 @@ namespace {
 
 constexpr int MaxNameLength = 60;
 
-IApplication& app() { return HostRegistry::App(); }
+IApplication& app() {
+    return HostRegistry::App();
+}
 
 } // namespace
 
@@ -31,8 +33,7 @@ DocumentWindow::DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQuer
     : QWidget(parent)
     , m_type(std::move(type))
     , m_database(database)
-    , m_store(std::make_unique<DocumentStore>(database))
-{
+    , m_store(std::make_unique<DocumentStore>(database)) {
     setObjectName(QStringLiteral("DocumentWindow"));
     new QVBoxLayout(this);
 }
@@ -40,8 +41,7 @@ DocumentWindow::DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQuer
 DocumentWindow::~DocumentWindow() = default;
 
 DocumentWindow* DocumentWindow::CreateNew(std::shared_ptr<StudioDocumentType> type,
-                                          SqlQueryService& database, QWidget* parent)
-{
+                                          SqlQueryService& database, QWidget* parent) {
     auto document = std::make_shared<CDataSourcesData>();
     if (!document->InitNew(type))
         return nullptr;
@@ -51,8 +51,8 @@ DocumentWindow* DocumentWindow::CreateNew(std::shared_ptr<StudioDocumentType> ty
     return window;
 }
 
-DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& database, QWidget* parent)
-{
+DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& database,
+                                     QWidget* parent) {
     DocumentStore store(database);
     const auto row = store.Row(documentId);
     if (!row)
@@ -70,8 +70,7 @@ DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& databas
     return window;
 }
 
-void DocumentWindow::showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew)
-{
+void DocumentWindow::showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew) {
     m_document = std::move(document);
     createEditors();
     initializeSettings(isNew);
@@ -82,8 +81,7 @@ void DocumentWindow::showDocument(std::shared_ptr<CDataSourcesData> document, bo
         columnEditor->InitEdit(m_document->Columns());
 }
 
-void DocumentWindow::createEditors()
-{
+void DocumentWindow::createEditors() {
     delete asciiEditor;
     delete odbcEditor;
     delete columnEditor;
@@ -103,8 +101,7 @@ void DocumentWindow::createEditors()
     connect(columnEditor, &XDataSourcesColumn::xdscChange, this, [this] { setModified(true); });
 }
 
-void DocumentWindow::initializeSettings(bool isNew)
-{
+void DocumentWindow::initializeSettings(bool isNew) {
     const CDataSourcesData& doc = *m_document;
     if (asciiEditor) {
         asciiEditor->setData(m_document);
@@ -122,38 +119,36 @@ void DocumentWindow::initializeSettings(bool isNew)
                                doc.Table(), doc.UserId(), doc.Password());
 }
 
-SourceSettingsEditor* DocumentWindow::settingsEditor() const
-{
+SourceSettingsEditor* DocumentWindow::settingsEditor() const {
     return asciiEditor ? static_cast<SourceSettingsEditor*>(asciiEditor)
                        : static_cast<SourceSettingsEditor*>(odbcEditor);
 }
 
-void DocumentWindow::settingsChanged(bool isTimeSeriesChange)
-{
+void DocumentWindow::settingsChanged(bool isTimeSeriesChange) {
     if (isTimeSeriesChange)
         columnEditor->ShowTimeSeriesColumn(settingsEditor()->IsTimeSeries());
     setModified(true);
 }
 
-void DocumentWindow::setModified(bool modified)
-{
+void DocumentWindow::setModified(bool modified) {
     if (m_modified == modified)
         return;
     m_modified = modified;
     emit modifiedChanged(modified);
 }
 
-qint32 DocumentWindow::DocumentId() const { return m_document->IsNew() ? 0 : m_document->DocId(); }
+qint32 DocumentWindow::DocumentId() const {
+    return m_document->IsNew() ? 0 : m_document->DocId();
+}
 
-QString DocumentWindow::Title() const
-{
-    const QString name = m_document->DocName().isEmpty() ? QStringLiteral("New %1").arg(m_type->TypeName())
-                                                        : m_document->DocName();
+QString DocumentWindow::Title() const {
+    const QString name = m_document->DocName().isEmpty()
+                             ? QStringLiteral("New %1").arg(m_type->TypeName())
+                             : m_document->DocName();
     return m_modified ? name + QLatin1Char('*') : name;
 }
 
-bool DocumentWindow::Save()
-{
+bool DocumentWindow::Save() {
     if (!editorsValid())
         return false;
     if (m_document->DocName().isEmpty() && !askName())
@@ -167,16 +162,14 @@ bool DocumentWindow::Save()
     return true;
 }
 
-bool DocumentWindow::editorsValid()
-{
+bool DocumentWindow::editorsValid() {
     const QString title = m_document->EditorName();
     const bool settingsValid =
         asciiEditor ? asciiEditor->IsValid(title) : odbcEditor->IsValid(title);
     return settingsValid && columnEditor->IsValid(title);
 }
 
-bool DocumentWindow::askName()
-{
+bool DocumentWindow::askName() {
     QString prompt = QStringLiteral("Please enter a name for this data source");
     for (;;) {
         const QString name =
@@ -197,8 +190,7 @@ bool DocumentWindow::askName()
     }
 }
 
-void DocumentWindow::copySettingsIntoDocument()
-{
+void DocumentWindow::copySettingsIntoDocument() {
     CDataSourcesData& doc = *m_document;
     doc.setIsTimeSeries(settingsEditor()->IsTimeSeries());
     doc.setFreqId(settingsEditor()->Frequency());
@@ -215,8 +207,7 @@ void DocumentWindow::copySettingsIntoDocument()
     doc.setPassword(odbcEditor->Password());
 }
 
-bool DocumentWindow::writeInOneTransaction()
-{
+bool DocumentWindow::writeInOneTransaction() {
     // The save changes the column objects as it goes; a rolled-back save puts them back so that
     // the user's edits stay as they were and the save can be retried.
     const auto columnsBefore = m_document->Columns()->SaveState();
@@ -246,12 +237,12 @@ bool DocumentWindow::writeInOneTransaction()
     }
 }
 
-void DocumentWindow::reload()
-{
+void DocumentWindow::reload() {
     const qint32 id = m_document->DocId();
     const auto row = m_store->Row(id);
     if (!row)
-        throw Error(QStringLiteral("The data source %1 was saved but cannot be read back.").arg(id));
+        throw Error(
+            QStringLiteral("The data source %1 was saved but cannot be read back.").arg(id));
     auto document = std::make_shared<CDataSourcesData>();
     document->InitEdit(*row, m_type);
     document->setDocName(row->Value(QStringLiteral("name")).toString());
@@ -259,8 +250,7 @@ void DocumentWindow::reload()
     showDocument(std::move(document), false);
 }
 
-bool DocumentWindow::MayClose()
-{
+bool DocumentWindow::MayClose() {
     if (!m_modified)
         return true;
     const MsgBoxResult answer = app().MsgBox(

@@ -27,14 +27,15 @@ namespace {
 
 constexpr int IdRole = Qt::UserRole + 1;
 
-IApplication& app() { return HostRegistry::App(); }
+IApplication& app() {
+    return HostRegistry::App();
+}
 
 } // namespace
 
 MainWindow::MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* parent)
     : QMainWindow(parent)
-    , m_database(std::move(database))
-{
+    , m_database(std::move(database)) {
     setObjectName(QStringLiteral("MainWindow"));
     setWindowTitle(QStringLiteral("Orvane Studio"));
     createActions();
@@ -48,16 +49,15 @@ MainWindow::MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* paren
 
 MainWindow::~MainWindow() = default;
 
-void MainWindow::createActions()
-{
+void MainWindow::createActions() {
     const auto action = [this](const char* name, const QString& text, const QKeySequence& keys) {
         auto* act = new QAction(text, this);
         act->setObjectName(QLatin1String(name));
         act->setShortcut(keys);
         return act;
     };
-    actNewAscii = action("actNewAscii", QStringLiteral("New &ASCII Data Source..."),
-                         QKeySequence::New);
+    actNewAscii =
+        action("actNewAscii", QStringLiteral("New &ASCII Data Source..."), QKeySequence::New);
     actNewOdbc = action("actNewOdbc", QStringLiteral("New &ODBC Data Source..."),
                         QKeySequence(QStringLiteral("Ctrl+Shift+N")));
     actOpen = action("actOpen", QStringLiteral("&Open"), QKeySequence::Open);
@@ -75,8 +75,7 @@ void MainWindow::createActions()
     connect(actDelete, &QAction::triggered, this, &MainWindow::DeleteSelected);
 }
 
-void MainWindow::createMenusAndToolbar()
-{
+void MainWindow::createMenusAndToolbar() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
     file->addActions({actNewAscii, actNewOdbc, actOpen});
     file->addSeparator();
@@ -90,8 +89,7 @@ void MainWindow::createMenusAndToolbar()
     toolbar->addActions({actNewAscii, actNewOdbc, actOpen, actSave, actClose, actDelete});
 }
 
-void MainWindow::createPanes()
-{
+void MainWindow::createPanes() {
     documentTree = new QTreeWidget;
     documentTree->setObjectName(QStringLiteral("documentTree"));
     documentTree->setHeaderLabels(
@@ -121,15 +119,14 @@ void MainWindow::createPanes()
     });
 }
 
-void MainWindow::RefreshDocuments()
-{
+void MainWindow::RefreshDocuments() {
     guarded([this] {
         qDeleteAll(m_asciiCategory->takeChildren());
         qDeleteAll(m_odbcCategory->takeChildren());
         for (const DocumentSummary& doc : DocumentStore(*m_database).List()) {
-            QTreeWidgetItem* category =
-                doc.typeName == StudioDocumentType::Odbc()->TypeName() ? m_odbcCategory
-                                                                        : m_asciiCategory;
+            QTreeWidgetItem* category = doc.typeName == StudioDocumentType::Odbc()->TypeName()
+                                            ? m_odbcCategory
+                                            : m_asciiCategory;
             auto* item = new QTreeWidgetItem(
                 category, {doc.name, doc.entityName,
                            doc.isTimeSeries ? QStringLiteral("Yes") : QStringLiteral("No")});
@@ -139,16 +136,14 @@ void MainWindow::RefreshDocuments()
     });
 }
 
-void MainWindow::NewDocument(const std::shared_ptr<StudioDocumentType>& type)
-{
+void MainWindow::NewDocument(const std::shared_ptr<StudioDocumentType>& type) {
     guarded([&] {
         if (DocumentWindow* window = DocumentWindow::CreateNew(type, *m_database))
             addDocumentTab(window);
     });
 }
 
-void MainWindow::OpenDocument(qint32 documentId)
-{
+void MainWindow::OpenDocument(qint32 documentId) {
     if (documentId <= 0)
         return;
     if (DocumentWindow* open = windowOf(documentId)) {
@@ -158,11 +153,11 @@ void MainWindow::OpenDocument(qint32 documentId)
     guarded([&] { addDocumentTab(DocumentWindow::Open(documentId, *m_database)); });
 }
 
-void MainWindow::addDocumentTab(DocumentWindow* window)
-{
+void MainWindow::addDocumentTab(DocumentWindow* window) {
     documentTabs->addTab(window, window->Title());
     documentTabs->setCurrentWidget(window);
-    connect(window, &DocumentWindow::modifiedChanged, this, [this, window] { updateTabTitle(window); });
+    connect(window, &DocumentWindow::modifiedChanged, this,
+            [this, window] { updateTabTitle(window); });
     connect(window, &DocumentWindow::saved, this, [this, window] {
         updateTabTitle(window);
         RefreshDocuments();
@@ -170,15 +165,13 @@ void MainWindow::addDocumentTab(DocumentWindow* window)
     updateActions();
 }
 
-void MainWindow::updateTabTitle(DocumentWindow* window)
-{
+void MainWindow::updateTabTitle(DocumentWindow* window) {
     const int index = documentTabs->indexOf(window);
     if (index >= 0)
         documentTabs->setTabText(index, window->Title());
 }
 
-bool MainWindow::SaveCurrent()
-{
+bool MainWindow::SaveCurrent() {
     DocumentWindow* window = CurrentDocument();
     bool saved = false;
     if (window)
@@ -186,8 +179,7 @@ bool MainWindow::SaveCurrent()
     return saved;
 }
 
-bool MainWindow::CloseDocument(DocumentWindow* window)
-{
+bool MainWindow::CloseDocument(DocumentWindow* window) {
     if (!window)
         return true;
     bool mayClose = false;
@@ -200,22 +192,21 @@ bool MainWindow::CloseDocument(DocumentWindow* window)
     return true;
 }
 
-void MainWindow::DeleteSelected()
-{
+void MainWindow::DeleteSelected() {
     const qint32 id = selectedDocumentId();
     if (id <= 0)
         return;
     const QString name = documentTree->currentItem()->text(0);
-    if (app().MsgBox(QStringLiteral("Delete the data source \"%1\" with all its columns?").arg(name),
-                     MsgBoxButtons::YesNo, MsgBoxIcon::Question,
-                     QStringLiteral("Delete Data Source")) != MsgBoxResult::Yes)
+    if (app().MsgBox(
+            QStringLiteral("Delete the data source \"%1\" with all its columns?").arg(name),
+            MsgBoxButtons::YesNo, MsgBoxIcon::Question,
+            QStringLiteral("Delete Data Source")) != MsgBoxResult::Yes)
         return;
     guarded([&] { removeDocument(id); });
     RefreshDocuments();
 }
 
-void MainWindow::removeDocument(qint32 documentId)
-{
+void MainWindow::removeDocument(qint32 documentId) {
     // A field that report templates use keeps its data source, as it keeps its column.
     CDataSourcesColumns columns;
     columns.LoadColumns(documentId);
@@ -237,21 +228,18 @@ void MainWindow::removeDocument(qint32 documentId)
     }
 }
 
-DocumentWindow* MainWindow::CurrentDocument() const
-{
+DocumentWindow* MainWindow::CurrentDocument() const {
     return static_cast<DocumentWindow*>(documentTabs->currentWidget());
 }
 
-QList<DocumentWindow*> MainWindow::OpenDocuments() const
-{
+QList<DocumentWindow*> MainWindow::OpenDocuments() const {
     QList<DocumentWindow*> windows;
     for (int i = 0; i < documentTabs->count(); ++i)
         windows << static_cast<DocumentWindow*>(documentTabs->widget(i));
     return windows;
 }
 
-DocumentWindow* MainWindow::windowOf(qint32 documentId) const
-{
+DocumentWindow* MainWindow::windowOf(qint32 documentId) const {
     for (DocumentWindow* window : OpenDocuments()) {
         if (window->DocumentId() == documentId)
             return window;
@@ -259,14 +247,12 @@ DocumentWindow* MainWindow::windowOf(qint32 documentId) const
     return nullptr;
 }
 
-qint32 MainWindow::selectedDocumentId() const
-{
+qint32 MainWindow::selectedDocumentId() const {
     const QTreeWidgetItem* item = documentTree->currentItem();
     return item ? item->data(0, IdRole).toInt() : 0;
 }
 
-void MainWindow::updateActions()
-{
+void MainWindow::updateActions() {
     const bool hasDocument = CurrentDocument() != nullptr;
     actSave->setEnabled(hasDocument);
     actClose->setEnabled(hasDocument);
@@ -274,8 +260,7 @@ void MainWindow::updateActions()
     actDelete->setEnabled(selectedDocumentId() > 0);
 }
 
-void MainWindow::closeEvent(QCloseEvent* event)
-{
+void MainWindow::closeEvent(QCloseEvent* event) {
     for (DocumentWindow* window : OpenDocuments()) {
         if (!CloseDocument(window)) {
             event->ignore();
@@ -285,8 +270,7 @@ void MainWindow::closeEvent(QCloseEvent* event)
     event->accept();
 }
 
-void MainWindow::guarded(const std::function<void()>& command)
-{
+void MainWindow::guarded(const std::function<void()>& command) {
     try {
         command();
     } catch (const Error& error) {
