@@ -153,6 +153,19 @@ void MainWindow::OpenDocument(qint32 documentId) {
     guarded([&] { addDocumentTab(DocumentWindow::Open(documentId, *m_database)); });
 }
 
+bool MainWindow::OpenDocumentNamed(const QString& name) {
+    const QList<QTreeWidgetItem*> found =
+        documentTree->findItems(name, Qt::MatchFixedString | Qt::MatchRecursive, 0);
+    for (QTreeWidgetItem* item : found) {
+        if (item->data(0, IdRole).toInt() > 0) {
+            documentTree->setCurrentItem(item);
+            OpenDocument(item->data(0, IdRole).toInt());
+            return true;
+        }
+    }
+    return false;
+}
+
 void MainWindow::addDocumentTab(DocumentWindow* window) {
     documentTabs->addTab(window, window->Title());
     documentTabs->setCurrentWidget(window);

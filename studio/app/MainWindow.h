@@ -27,6 +27,8 @@ public:
     void RefreshDocuments();
     void NewDocument(const std::shared_ptr<StudioDocumentType>& type);
     void OpenDocument(qint32 documentId);
+    // Opens the stored data source of that name; false when there is none.
+    bool OpenDocumentNamed(const QString& name);
     bool SaveCurrent();
     bool CloseDocument(DocumentWindow* window);
     void DeleteSelected();

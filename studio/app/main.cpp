@@ -58,7 +58,10 @@ int main(int argc, char** argv) {
     const QCommandLineOption readOnly(
         QStringLiteral("read-only"),
         QStringLiteral("Open every document without edit permission."));
-    parser.addOptions({database, readOnly});
+    const QCommandLineOption open(QStringLiteral("open"),
+                                  QStringLiteral("Open the data source of that name at start."),
+                                  QStringLiteral("name"));
+    parser.addOptions({database, readOnly, open});
     parser.process(application);
 
     const auto db =
@@ -76,5 +79,8 @@ int main(int argc, char** argv) {
         window.statusBar()->showMessage(
             QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));
     window.show();
+    if (parser.isSet(open) && !window.OpenDocumentNamed(parser.value(open)))
+        window.statusBar()->showMessage(
+            QStringLiteral("There is no data source named \"%1\".").arg(parser.value(open)));
     return application.exec();
 }
