@@ -6,12 +6,12 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
+#include "bench/RatioReporter.h"
 #include <QApplication>
 #include <QTableWidget>
 #include <array>
+
 #include <benchmark/benchmark.h>
-#include <iomanip>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -99,36 +99,6 @@ void BM_BareTableFill(benchmark::State& state) {
 BENCHMARK(BM_ColumnGridFill)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_BareTableFill)->Unit(benchmark::kMillisecond);
 
-// Prints the grid fill's time as a multiple of the bare fill's after the usual table.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    // Plain text, so that logs stay readable.
-    RatioReporter()
-        : ConsoleReporter(OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration)
-                m_realTime[run.benchmark_name()] = run.GetAdjustedRealTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        const auto grid = m_realTime.find(GridFill);
-        const auto bare = m_realTime.find(BareFill);
-        if (grid == m_realTime.end() || bare == m_realTime.end() || bare->second <= 0)
-            return;
-        GetOutputStream() << "column grid fill / bare QTableWidget fill (" << ColumnCount
-                          << " columns): " << std::fixed << std::setprecision(2)
-                          << grid->second / bare->second << '\n';
-    }
-
-private:
-    std::map<std::string, double> m_realTime;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -138,7 +108,9 @@ int main(int argc, char** argv) {
     benchmark::Initialize(&argc, argv);
     if (benchmark::ReportUnrecognizedArguments(argc, argv))
         return 1;
-    RatioReporter reporter;
+    RatioReporter reporter(
+        {{"column grid fill / bare QTableWidget fill (" + std::to_string(ColumnCount) + " columns)",
+          GridFill, BareFill}});
     benchmark::RunSpecifiedBenchmarks(&reporter);
     benchmark::Shutdown();
     return 0;

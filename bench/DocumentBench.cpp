@@ -22,15 +22,15 @@
 #include "studio/dictionary/DictionaryService.h"
 #include "studio/widgets/StudioWidgetFactory.h"
 
+#include "bench/RatioReporter.h"
 #include <QApplication>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
+
 #include <benchmark/benchmark.h>
-#include <iomanip>
-#include <map>
 #include <stdexcept>
 
 namespace {
@@ -320,42 +320,6 @@ BENCHMARK(BM_DirectLoadStatements)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_LibrarySaveData)->Unit(benchmark::kMillisecond);
 BENCHMARK(BM_DirectSaveStatements)->Unit(benchmark::kMillisecond);
 
-// Prints each library figure as a multiple of its anchor after the usual table.
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    // Plain text, so that logs stay readable.
-    RatioReporter()
-        : ConsoleReporter(OO_Tabular) {}
-
-    void ReportRuns(const std::vector<Run>& runs) override {
-        for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration)
-                m_realTime[run.benchmark_name()] = run.GetAdjustedRealTime();
-        }
-        ConsoleReporter::ReportRuns(runs);
-    }
-
-    void Finalize() override {
-        ConsoleReporter::Finalize();
-        printRatio("InitEdit of a 500-column document / its statements through Qt Sql", LibraryLoad,
-                   DirectLoad);
-        printRatio("SaveData of 500 new columns / its statements through Qt Sql", LibrarySave,
-                   DirectSave);
-    }
-
-private:
-    void printRatio(const char* what, const char* library, const char* anchor) {
-        const auto measured = m_realTime.find(library);
-        const auto base = m_realTime.find(anchor);
-        if (measured == m_realTime.end() || base == m_realTime.end() || base->second <= 0)
-            return;
-        GetOutputStream() << what << ": " << std::fixed << std::setprecision(2)
-                          << measured->second / base->second << '\n';
-    }
-
-    std::map<std::string, double> m_realTime;
-};
-
 } // namespace
 
 int main(int argc, char** argv) {
@@ -369,7 +333,12 @@ int main(int argc, char** argv) {
         Bench setUp;
         bench = &setUp;
         recordSteps();
-        RatioReporter reporter;
+        RatioReporter reporter({
+            {"InitEdit of a 500-column document / its statements through Qt Sql", LibraryLoad,
+             DirectLoad},
+            {"SaveData of 500 new columns / its statements through Qt Sql", LibrarySave,
+             DirectSave},
+        });
         benchmark::RunSpecifiedBenchmarks(&reporter);
         bench = nullptr;
     }
