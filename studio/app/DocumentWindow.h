@@ -63,6 +63,7 @@ private:
     bool askName();
     void copySettingsIntoDocument();
     bool writeInOneTransaction();
+    void writeDocument(bool insert);
     void reload();
 
     std::shared_ptr<StudioDocumentType> m_type;

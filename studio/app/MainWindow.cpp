@@ -10,6 +10,7 @@
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
+#include "studio/db/TransactionScope.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -227,13 +228,10 @@ void MainWindow::removeDocument(qint32 documentId) {
         if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
             return;
     }
-    try {
-        m_database->BeginTransaction();
+    {
+        TransactionScope transaction(*m_database);
         DocumentStore(*m_database).Delete(documentId);
-        m_database->CommitTransaction();
-    } catch (...) {
-        m_database->RollbackTransaction();
-        throw;
+        transaction.Commit();
     }
     if (DocumentWindow* open = windowOf(documentId)) {
         documentTabs->removeTab(documentTabs->indexOf(open));
