@@ -150,7 +150,7 @@ QString DocumentWindow::Title() const {
 }
 
 bool DocumentWindow::Save() {
-    if (!editorsValid())
+    if (!app().EditPermission() || !editorsValid())
         return false;
     if (m_document->DocName().isEmpty() && !askName())
         return false;
@@ -257,7 +257,8 @@ void DocumentWindow::reload() {
 }
 
 bool DocumentWindow::MayClose() {
-    if (!m_modified)
+    // Without edit permission there is nothing the user could save.
+    if (!m_modified || !app().EditPermission())
         return true;
     const MsgBoxResult answer = app().MsgBox(
         QStringLiteral("Do you want to save the changes to %1?").arg(Title().chopped(1)),

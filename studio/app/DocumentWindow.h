@@ -32,6 +32,7 @@ public:
                                 QWidget* parent = nullptr);
     ~DocumentWindow() override;
 
+    // Writes nothing without edit permission.
     bool Save();
     // Asks to save a modified document; false when the user chose to stay.
     bool MayClose();

@@ -263,12 +263,17 @@ qint32 MainWindow::selectedDocumentId() const {
     return item ? item->data(0, IdRole).toInt() : 0;
 }
 
+// Without edit permission data sources can be opened and closed, never changed.
 void MainWindow::updateActions() {
+    const bool mayChange = app().EditPermission();
     const bool hasDocument = CurrentDocument() != nullptr;
-    actSave->setEnabled(hasDocument);
+    const bool hasSelection = selectedDocumentId() > 0;
+    actNewAscii->setEnabled(mayChange);
+    actNewOdbc->setEnabled(mayChange);
+    actSave->setEnabled(mayChange && hasDocument);
     actClose->setEnabled(hasDocument);
-    actOpen->setEnabled(selectedDocumentId() > 0);
-    actDelete->setEnabled(selectedDocumentId() > 0);
+    actOpen->setEnabled(hasSelection);
+    actDelete->setEnabled(mayChange && hasSelection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -400,9 +400,13 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
                   "AND g.tech_id = t.tech_id AND g.tech_name = 'LTE'"))),
               1);
 
-    // Opening it again only shows its tab.
+    // Opening it again, also by name as --open does, only shows its tab.
     EXPECT_EQ(reopen(QStringLiteral("Cell Counters")), reopened);
+    EXPECT_TRUE(studio->OpenDocumentNamed(QStringLiteral("CELL COUNTERS")));
     EXPECT_EQ(studio->documentTabs->count(), 1);
+    EXPECT_FALSE(studio->OpenDocumentNamed(QStringLiteral("ASCII Data Sources")));
+    EXPECT_TRUE(studio->OpenDocumentNamed(QStringLiteral("cell traffic feed")));
+    EXPECT_EQ(studio->CurrentDocument()->Title(), QStringLiteral("Cell Traffic Feed"));
 }
 
 TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
@@ -587,6 +591,19 @@ TEST_P(StudioEndToEndTest, ClosingAModifiedDocumentAsksToSaveIt) {
     const auto questions = app->msgBoxes.size();
     EXPECT_TRUE(closeCurrent());
     EXPECT_EQ(app->msgBoxes.size(), questions);
+
+    // Leaving the studio asks for every modified document; Cancel stays.
+    DocumentWindow* last = reopen(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(last);
+    selectColumn(*last, 4);
+    command(*last, QStringLiteral("Delete"))->trigger();
+    app->msgBoxAnswers = {MsgBoxResult::Cancel};
+    EXPECT_FALSE(studio->close());
+    EXPECT_TRUE(studio->isVisible());
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{last});
+    app->msgBoxAnswers = {MsgBoxResult::No};
+    EXPECT_TRUE(studio->close());
+    EXPECT_EQ(app->msgBoxes.size(), questions + 2);
 }
 
 TEST_P(StudioEndToEndTest, ANameInUseIsAskedAgain) {
@@ -645,6 +662,37 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("name = 'Drops_Ext'")), 0);
     // The demo's documents stay.
     EXPECT_EQ(count(QStringLiteral("eds_document")), 2);
+
+    // A data source whose field a report template uses is kept, as its column would be.
+    db->ExecuteStatement(
+        QStringLiteral("INSERT INTO pm_templatefield (templateid, field_id) VALUES (1, 28)"));
+    studio->documentTree->setCurrentItem(listed(QStringLiteral("Cell Traffic Feed")));
+    studio->actDelete->trigger();
+    EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
+    EXPECT_TRUE(listed(QStringLiteral("Cell Traffic Feed")));
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = 1")), 4);
+}
+
+// Without edit permission (--read-only) the studio shows data sources and changes none.
+TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
+    app->editPermission = false;
+    studio = std::make_unique<Studio::MainWindow>(db);
+    studio->show();
+    DocumentWindow* doc = reopen(QStringLiteral("Cell Traffic Feed"));
+    ASSERT_TRUE(doc);
+    EXPECT_FALSE(doc->asciiEditor->txtFile->isEnabled());
+    for (QAction* change :
+         {studio->actNewAscii, studio->actNewOdbc, studio->actSave, studio->actDelete})
+        EXPECT_FALSE(change->isEnabled()) << change->objectName().toStdString();
+    EXPECT_TRUE(studio->actOpen->isEnabled());
+    EXPECT_TRUE(studio->actClose->isEnabled());
+
+    // What the grid still lets the user try is never written, and closing asks nothing.
+    appendColumn(*doc, QStringLiteral("EXTRA"));
+    studio->SaveCurrent();
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = 1")), 4);
 }
 
 TEST(StudioStartUpTest, UnreachableDatabaseIsReportedAndAnotherOneCanBeNamed) {
