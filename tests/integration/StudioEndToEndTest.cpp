@@ -246,7 +246,7 @@ protected:
         if (!doc)
             return nullptr;
         XDataSourcesGen& settings = *doc->asciiEditor;
-        type(settings.txtDescription, QStringLiteral("Cell counters, hourly"));
+        type(settings.txtDescription, QStringLiteral("Cell counters, O'Brien's export"));
         type(settings.txtFile, QStringLiteral("/data/cells.csv"));
         choose(settings.cboDelimeter, QStringLiteral("comma"));
         choose(settings.cboFrequency, QStringLiteral("Hourly"));
@@ -304,7 +304,8 @@ protected:
     // Every row a save writes, to compare the database before and after one.
     QStringList savedRows() {
         const std::pair<const char*, const char*> tables[] = {
-            {"eds_document", "id || '|' || name || '|' || description || '|' || is_time_series"},
+            {"eds_document", "id || '|' || name || '|' || COALESCE(description, '') || '|' || "
+                             "is_time_series"},
             {"eds_ascii_file", "eds_id || '|' || filename || '|' || separator"},
             {"eds_column", "col_id || '|' || eds_id || '|' || col_name || '|' || col_type || "
                            "'|' || col_position"},
@@ -386,7 +387,7 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     ASSERT_TRUE(reopened);
     EXPECT_FALSE(reopened->IsModified());
     const XDataSourcesGen& settings = *reopened->asciiEditor;
-    EXPECT_EQ(settings.Eds_Description(), QStringLiteral("Cell counters, hourly"));
+    EXPECT_EQ(settings.Eds_Description(), QStringLiteral("Cell counters, O'Brien's export"));
     EXPECT_EQ(settings.Eds_File(), QStringLiteral("/data/cells.csv"));
     EXPECT_EQ(settings.Eds_Delimeter(), QStringLiteral(","));
     EXPECT_TRUE(settings.ckTimeSeries->isChecked());
