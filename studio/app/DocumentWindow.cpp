@@ -13,6 +13,7 @@
 #include "studio/app/DocumentStore.h"
 #include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
+#include "studio/db/TransactionScope.h"
 
 #include <QVBoxLayout>
 
@@ -149,7 +150,7 @@ QString DocumentWindow::Title() const {
 }
 
 bool DocumentWindow::Save() {
-    if (!editorsValid())
+    if (!app().EditPermission() || !editorsValid())
         return false;
     if (m_document->DocName().isEmpty() && !askName())
         return false;
@@ -208,22 +209,16 @@ void DocumentWindow::copySettingsIntoDocument() {
 }
 
 bool DocumentWindow::writeInOneTransaction() {
-    // The save changes the column objects as it goes; a rolled-back save puts them back so that
-    // the user's edits stay as they were and the save can be retried.
+    // The save changes the column objects as it goes; a failed save puts them back so that the
+    // user's edits stay as they were and the save can be retried.
     const auto columnsBefore = m_document->Columns()->SaveState();
     const qint32 idBefore = m_document->DocId();
     const bool insert = m_document->IsNew();
     const qint32 pointerBefore = app().MousePointer();
     try {
-        m_database.BeginTransaction();
-        if (insert)
-            m_document->setDocId(m_store->NewId());
-        m_store->Write(*m_document, *m_type, insert);
-        m_document->SaveData();
-        m_database.CommitTransaction();
+        writeDocument(insert);
         return true;
     } catch (const Error& error) {
-        m_database.RollbackTransaction();
         m_document->Columns()->RestoreState(*columnsBefore);
         m_document->setDocId(idBefore);
         if (insert)
@@ -235,6 +230,17 @@ bool DocumentWindow::writeInOneTransaction() {
                      MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
         return false;
     }
+}
+
+// A rollback that fails in turn (the database may have ended the transaction itself) has
+// committed nothing either, and must not hide the error that stopped the save.
+void DocumentWindow::writeDocument(bool insert) {
+    TransactionScope transaction(m_database);
+    if (insert)
+        m_document->setDocId(m_store->NewId());
+    m_store->Write(*m_document, *m_type, insert);
+    m_document->SaveData();
+    transaction.Commit();
 }
 
 void DocumentWindow::reload() {
@@ -251,7 +257,8 @@ void DocumentWindow::reload() {
 }
 
 bool DocumentWindow::MayClose() {
-    if (!m_modified)
+    // Without edit permission there is nothing the user could save.
+    if (!m_modified || !app().EditPermission())
         return true;
     const MsgBoxResult answer = app().MsgBox(
         QStringLiteral("Do you want to save the changes to %1?").arg(Title().chopped(1)),

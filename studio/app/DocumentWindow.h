@@ -32,6 +32,7 @@ public:
                                 QWidget* parent = nullptr);
     ~DocumentWindow() override;
 
+    // Writes nothing without edit permission.
     bool Save();
     // Asks to save a modified document; false when the user chose to stay.
     bool MayClose();
@@ -63,6 +64,7 @@ private:
     bool askName();
     void copySettingsIntoDocument();
     bool writeInOneTransaction();
+    void writeDocument(bool insert);
     void reload();
 
     std::shared_ptr<StudioDocumentType> m_type;

@@ -10,6 +10,7 @@
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
+#include "studio/db/TransactionScope.h"
 
 #include <QAction>
 #include <QCloseEvent>
@@ -227,13 +228,10 @@ void MainWindow::removeDocument(qint32 documentId) {
         if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
             return;
     }
-    try {
-        m_database->BeginTransaction();
+    {
+        TransactionScope transaction(*m_database);
         DocumentStore(*m_database).Delete(documentId);
-        m_database->CommitTransaction();
-    } catch (...) {
-        m_database->RollbackTransaction();
-        throw;
+        transaction.Commit();
     }
     if (DocumentWindow* open = windowOf(documentId)) {
         documentTabs->removeTab(documentTabs->indexOf(open));
@@ -265,12 +263,17 @@ qint32 MainWindow::selectedDocumentId() const {
     return item ? item->data(0, IdRole).toInt() : 0;
 }
 
+// Without edit permission data sources can be opened and closed, never changed.
 void MainWindow::updateActions() {
+    const bool mayChange = app().EditPermission();
     const bool hasDocument = CurrentDocument() != nullptr;
-    actSave->setEnabled(hasDocument);
+    const bool hasSelection = selectedDocumentId() > 0;
+    actNewAscii->setEnabled(mayChange);
+    actNewOdbc->setEnabled(mayChange);
+    actSave->setEnabled(mayChange && hasDocument);
     actClose->setEnabled(hasDocument);
-    actOpen->setEnabled(selectedDocumentId() > 0);
-    actDelete->setEnabled(selectedDocumentId() > 0);
+    actOpen->setEnabled(hasSelection);
+    actDelete->setEnabled(mayChange && hasSelection);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -5,6 +5,7 @@
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeDictionary.h"
 #include "tests/support/FakeWidgets.h"
+#include "tests/support/QtPrinters.h"
 
 #include <QTemporaryDir>
 #include <gtest/gtest.h>

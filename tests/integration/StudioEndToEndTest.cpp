@@ -1,0 +1,723 @@
+#include "orvane/columns/ColumnGridRows.h"
+#include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/dialogs/fFieldInfo.h"
+#include "orvane/dialogs/frmKeySelector.h"
+#include "orvane/editors/FileNameEdit.h"
+#include "orvane/editors/XDataSourcesGen.h"
+#include "orvane/editors/XDataSourcesODBC.h"
+#include "orvane/host/IField.h"
+#include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/host/XTemplate.h"
+#include "orvane/model/CDataSourcesColumn.h"
+#include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "studio/app/ConnectionDialog.h"
+#include "studio/app/DocumentWindow.h"
+#include "studio/app/MainWindow.h"
+#include "tests/integration/StudioDictionaryTest.h"
+
+#include <QAction>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPointer>
+#include <QPushButton>
+#include <QTabWidget>
+#include <QTableWidget>
+#include <QTest>
+#include <QToolBar>
+#include <QTreeWidget>
+#include <deque>
+#include <gmock/gmock.h>
+
+namespace Orvane::Testing {
+
+using Studio::DocumentWindow;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+namespace Rows = ColumnGridRows;
+
+namespace {
+
+// Demo dictionary: entities and the key fields the tests pick.
+constexpr qint32 CellEntity = 7;
+constexpr qint32 TrunkGroupEntity = 8;
+constexpr qint32 CellNameField = 1;
+constexpr qint32 CellIdentityField = 2;
+constexpr qint32 TrunkGroupNameField = 18;
+
+// Types over whatever the box holds, as a user who selected it all.
+void type(QLineEdit* box, const QString& text) {
+    box->selectAll();
+    QTest::keyClicks(box, text);
+}
+
+void choose(QComboBox* list, const QString& entry) {
+    const int index = list->findText(entry, Qt::MatchContains);
+    ASSERT_GE(index, 0) << "no entry " << entry.toStdString() << " in "
+                        << list->objectName().toStdString();
+    list->setCurrentIndex(index);
+}
+
+QCheckBox* checkBoxCalled(QWidget& parent, const QString& text) {
+    for (QCheckBox* box : parent.findChildren<QCheckBox*>()) {
+        if (box->text() == text)
+            return box;
+    }
+    ADD_FAILURE() << "no check box " << text.toStdString();
+    return nullptr;
+}
+
+} // namespace
+
+// Orvane Studio as a user drives it: the real main window on a fresh database with the studio's
+// own dictionary and widgets. The fake application answers the message and input boxes, and
+// runs one script per modal dialog, in the order the dialogs are shown; each script fills in the
+// real dialog and presses its real buttons.
+class StudioEndToEndTest : public StudioDictionaryTest {
+protected:
+    using Script = std::function<void(QDialog&)>;
+
+    void SetUp() override {
+        StudioDictionaryTest::SetUp();
+        if (IsSkipped() || HasFatalFailure())
+            return;
+        app->modalHandlers = {[this](QDialog& dialog) { return runScript(dialog); }};
+        studio = std::make_unique<Studio::MainWindow>(db);
+        studio->show();
+    }
+
+    void TearDown() override {
+        studio.reset();
+        for (const auto& [name, script] : scripts)
+            ADD_FAILURE() << "the dialog " << name.toStdString() << " was never shown";
+        StudioDictionaryTest::TearDown();
+    }
+
+    // ---- Scripted dialogs
+
+    void expectDialog(const QString& name, Script script) {
+        scripts.emplace_back(name, std::move(script));
+    }
+
+    int runScript(QDialog& dialog) {
+        if (scripts.empty() || scripts.front().first != dialog.objectName()) {
+            ADD_FAILURE() << "unexpected dialog " << dialog.objectName().toStdString();
+            return QDialog::Rejected;
+        }
+        const Script script = std::move(scripts.front().second);
+        scripts.pop_front();
+        script(dialog);
+        return dialog.result();
+    }
+
+    // FSelectEntityTree: the entity, or the field, selected in the real template tree, then OK.
+    void pickInTree(qint32 id) {
+        expectDialog(QStringLiteral("FSelectEntityTree"), [id](QDialog& dialog) {
+            auto& selector = static_cast<FSelectEntityTree&>(dialog);
+            selector.tpl->SelectItem(id);
+            selector.cmdButton[1]->click();
+        });
+    }
+
+    void cancelTree() {
+        expectDialog(QStringLiteral("FSelectEntityTree"), [](QDialog& dialog) {
+            static_cast<FSelectEntityTree&>(dialog).cmdButton[0]->click();
+        });
+    }
+
+    // frmKeySelector: "..." picks the key field in the tree, the ordinal is typed, then OK.
+    void pickKey(qint32 fieldId, qint32 ordinal) {
+        expectDialog(QStringLiteral("frmKeySelector"), [ordinal](QDialog& dialog) {
+            auto& selector = static_cast<frmKeySelector&>(dialog);
+            selector.cmdSelect->click();
+            type(selector.txtOrdinal, QString::number(ordinal));
+            selector.cmdOk->click();
+        });
+        pickInTree(fieldId);
+    }
+
+    // fFieldInfo: a new field, its name typed, one technology checked, the element aggregator
+    // chosen, then OK.
+    void createField(const QString& name, const QString& technology,
+                     const QString& elementAggregator) {
+        expectDialog(QStringLiteral("fFieldInfo"), [=](QDialog& dialog) {
+            auto& editor = static_cast<fFieldInfo&>(dialog);
+            type(editor.txtName, name);
+            if (QCheckBox* box = checkBoxCalled(editor, technology))
+                box->click();
+            choose(editor.cboElementAggregator, elementAggregator);
+            editor.cmdOk->click();
+        });
+    }
+
+    // ---- The studio's window
+
+    DocumentWindow* newDocument(QAction* command, qint32 entityId) {
+        const int tabsBefore = studio->documentTabs->count();
+        pickInTree(entityId);
+        command->trigger();
+        return studio->documentTabs->count() > tabsBefore ? studio->CurrentDocument() : nullptr;
+    }
+
+    static QTableWidget& grid(DocumentWindow& doc) {
+        return *doc.columnEditor->findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
+    }
+
+    static QAction* command(DocumentWindow& doc, const QString& key) {
+        return doc.columnEditor->findChild<QToolBar*>(QStringLiteral("tbColumns"))
+            ->findChild<QAction*>(key);
+    }
+
+    // One row of the grid across all its columns.
+    static QStringList gridRow(DocumentWindow& doc, qint32 row) {
+        QTableWidget& table = grid(doc);
+        QStringList texts;
+        for (int column = 0; column < table.columnCount(); ++column) {
+            const QTableWidgetItem* item = table.item(row - 1, column);
+            texts << (item ? item->text() : QStringLiteral("<no cell>"));
+        }
+        return texts;
+    }
+
+    static void selectColumn(DocumentWindow& doc, int column) {
+        emit grid(doc).cellClicked(Rows::Name - 1, column - 1);
+    }
+
+    void appendColumn(DocumentWindow& doc, const QString& name) {
+        app->inputAnswers.push_back(name);
+        command(doc, QStringLiteral("Add"))->trigger();
+    }
+
+    // Through the drop-down list of the column's Type cell.
+    static void chooseType(DocumentWindow& doc, int column, const QString& typeName) {
+        QTableWidget& table = grid(doc);
+        table.editItem(table.item(Rows::Type - 1, column - 1));
+        auto* list = table.viewport()->findChild<QComboBox*>();
+        ASSERT_TRUE(list);
+        choose(list, typeName);
+        emit list->activated(list->currentIndex());
+        // The grid drops its closed editor as the event loop would.
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    }
+
+    void save(const QString& name = QString()) {
+        if (!name.isEmpty())
+            app->inputAnswers.push_back(name);
+        studio->actSave->trigger();
+    }
+
+    QTreeWidgetItem* listed(const QString& name) const {
+        const auto found =
+            studio->documentTree->findItems(name, Qt::MatchExactly | Qt::MatchRecursive);
+        return found.size() == 1 ? found.first() : nullptr;
+    }
+
+    DocumentWindow* reopen(const QString& name) {
+        QTreeWidgetItem* item = listed(name);
+        if (!item)
+            return nullptr;
+        studio->documentTree->setCurrentItem(item);
+        studio->actOpen->trigger();
+        return studio->CurrentDocument();
+    }
+
+    // Closes the current document and lets Qt delete its window; true when it is gone.
+    bool closeCurrent() {
+        QPointer<DocumentWindow> window = studio->CurrentDocument();
+        studio->actClose->trigger();
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        return window.isNull();
+    }
+
+    QString lastMessage() const {
+        return app->msgBoxes.isEmpty() ? QStringLiteral("<none>") : app->msgBoxes.last().prompt;
+    }
+
+    // ---- The cell document most tests use
+
+    // Hourly cell data from a comma-separated file: the time stamp, a key column naming the
+    // cell, a column that fills a new LTE field, and a plain one.
+    DocumentWindow* buildCellDocument() {
+        DocumentWindow* doc = newDocument(studio->actNewAscii, CellEntity);
+        if (!doc)
+            return nullptr;
+        XDataSourcesGen& settings = *doc->asciiEditor;
+        type(settings.txtDescription, QStringLiteral("Cell counters, O'Brien's export"));
+        type(settings.txtFile, QStringLiteral("/data/cells.csv"));
+        choose(settings.cboDelimeter, QStringLiteral("comma"));
+        choose(settings.cboFrequency, QStringLiteral("Hourly"));
+
+        appendColumn(*doc, QStringLiteral("CELL"));
+        chooseType(*doc, 2, QStringLiteral("String"));
+        pickKey(CellNameField, 1);
+        command(*doc, QStringLiteral("Key"))->trigger();
+
+        appendColumn(*doc, QStringLiteral("DROPS"));
+        createField(QStringLiteral("Drops_Ext"), QStringLiteral("LTE"), QStringLiteral("Average"));
+        command(*doc, QStringLiteral("Field"))->trigger();
+
+        appendColumn(*doc, QStringLiteral("NOTE"));
+        chooseType(*doc, 4, QStringLiteral("Float"));
+        return doc;
+    }
+
+    // The cell document's layout, in the grid and in the document's columns.
+    static void expectCellLayout(DocumentWindow& doc) {
+        EXPECT_EQ(gridRow(doc, Rows::Name),
+                  QStringList({QStringLiteral("Time Stamp"), QStringLiteral("CELL"),
+                               QStringLiteral("DROPS"), QStringLiteral("NOTE")}));
+        EXPECT_EQ(gridRow(doc, Rows::Type),
+                  QStringList({QStringLiteral("Date"), QStringLiteral("String"),
+                               QStringLiteral("Integer"), QStringLiteral("Float")}));
+        EXPECT_EQ(gridRow(doc, Rows::Field),
+                  QStringList({QString(), QString(), QStringLiteral("Drops_Ext"), QString()}));
+        EXPECT_EQ(gridRow(doc, Rows::Key),
+                  QStringList({QString(), QStringLiteral("1"), QString(), QString()}));
+        EXPECT_EQ(
+            gridRow(doc, Rows::KeyField),
+            QStringList({QString(), QStringLiteral("Cell: Cell_Name"), QString(), QString()}));
+        EXPECT_EQ(gridRow(doc, Rows::Position),
+                  QStringList({QStringLiteral("1"), QStringLiteral("2"), QStringLiteral("3"),
+                               QStringLiteral("4")}));
+
+        const CDataSourcesColumns& columns = *doc.Document()->Columns();
+        EXPECT_EQ(columns.Count(), 4);
+        ASSERT_TRUE(columns.TSColumn());
+        EXPECT_EQ(columns.TSColumn()->Column_Name(), QStringLiteral("Time Stamp"));
+        const auto cell = columns.Item(QStringLiteral("CELL"));
+        ASSERT_TRUE(cell);
+        EXPECT_EQ(cell->Column_Type().left(1), QStringLiteral("S"));
+        EXPECT_EQ(cell->Key_Ordinal(), 1);
+        EXPECT_EQ(cell->KeyFld_Id(), CellNameField);
+        const auto drops = columns.Item(QStringLiteral("DROPS"));
+        ASSERT_TRUE(drops && drops->Field());
+        EXPECT_EQ(drops->Field()->Field_Name(), QStringLiteral("Drops_Ext"));
+        EXPECT_EQ(drops->Field()->Technologies(), QStringLiteral("LTE"));
+        EXPECT_EQ(drops->Field()->ElementAggregator(), QStringLiteral("Average"));
+        EXPECT_FALSE(drops->Is_Key());
+    }
+
+    // Every row a save writes, to compare the database before and after one.
+    QStringList savedRows() {
+        const std::pair<const char*, const char*> tables[] = {
+            {"eds_document", "id || '|' || name || '|' || COALESCE(description, '') || '|' || "
+                             "is_time_series"},
+            {"eds_ascii_file", "eds_id || '|' || filename || '|' || separator"},
+            {"eds_column", "col_id || '|' || eds_id || '|' || col_name || '|' || col_type || "
+                           "'|' || col_position"},
+            {"eds_primarykey", "pk_id || '|' || col_id || '|' || field_id || '|' || ordinal"},
+            {"qvd_eds_def", "col_id || '|' || field_id"},
+            {"qvd_dict_name", "field_id || '|' || name"},
+        };
+        QStringList rows;
+        for (const auto& [table, row] : tables) {
+            const auto rst =
+                db->OpenRecordset(QStringLiteral("SELECT %1 v FROM %2 ORDER BY 1").arg(row, table));
+            for (; !rst->Eof(); rst->MoveNext())
+                rows << QLatin1String(table) + QStringLiteral(": ") +
+                            rst->Value(QStringLiteral("v")).toString();
+        }
+        return rows;
+    }
+
+    // Makes the database refuse every new key row, as a trigger that raises an error.
+    // SQLite: ABORT undoes the statement, ROLLBACK the whole transaction.
+    void lockKeys(const QString& sqliteResolution) {
+        if (onPostgres()) {
+            db->ExecuteStatement(QStringLiteral(
+                "CREATE OR REPLACE FUNCTION refuse_key() RETURNS trigger LANGUAGE plpgsql AS "
+                "'BEGIN RAISE EXCEPTION ''keys are locked for the audit''; END'"));
+            db->ExecuteStatement(QStringLiteral("CREATE TRIGGER lock_keys BEFORE INSERT ON "
+                                                "eds_primarykey FOR EACH ROW EXECUTE FUNCTION "
+                                                "refuse_key()"));
+            return;
+        }
+        db->ExecuteStatement(QStringLiteral("CREATE TRIGGER lock_keys BEFORE INSERT ON "
+                                            "eds_primarykey BEGIN SELECT RAISE(%1, 'keys are "
+                                            "locked for the audit'); END")
+                                 .arg(sqliteResolution));
+    }
+
+    void unlockKeys() {
+        db->ExecuteStatement(onPostgres()
+                                 ? QStringLiteral("DROP TRIGGER lock_keys ON eds_primarykey")
+                                 : QStringLiteral("DROP TRIGGER lock_keys"));
+    }
+
+    std::unique_ptr<Studio::MainWindow> studio;
+    std::deque<std::pair<QString, Script>> scripts;
+};
+
+// Each database the studio runs on; PostgreSQL when the test script started a server.
+INSTANTIATE_TEST_SUITE_P(Databases, StudioEndToEndTest, AllDatabases(), targetName);
+
+TEST_P(StudioEndToEndTest, CancellingTheEntityDialogCreatesNoDocument) {
+    cancelTree();
+    studio->actNewAscii->trigger();
+    EXPECT_EQ(studio->documentTabs->count(), 0);
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
+    EXPECT_EQ(app->modalShown, QStringList{QStringLiteral("FSelectEntityTree")});
+    EXPECT_EQ(count(QStringLiteral("eds_document")), 2);
+}
+
+TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(studio->documentTabs->tabText(0), QStringLiteral("New ASCII Data Source*"));
+    save(QStringLiteral("Cell Counters"));
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_EQ(studio->documentTabs->tabText(0), QStringLiteral("Cell Counters"));
+    EXPECT_EQ(app->inputBoxes.last().title, QStringLiteral("Save ASCII Data Source"));
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(studio->documentTabs->count(), 0);
+
+    QTreeWidgetItem* item = listed(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->parent()->text(0), QStringLiteral("ASCII Data Sources"));
+    EXPECT_EQ(item->text(1), QStringLiteral("Cell"));
+    EXPECT_EQ(item->text(2), QStringLiteral("Yes"));
+
+    DocumentWindow* reopened = reopen(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(reopened);
+    EXPECT_FALSE(reopened->IsModified());
+    const XDataSourcesGen& settings = *reopened->asciiEditor;
+    EXPECT_EQ(settings.Eds_Description(), QStringLiteral("Cell counters, O'Brien's export"));
+    EXPECT_EQ(settings.Eds_File(), QStringLiteral("/data/cells.csv"));
+    EXPECT_EQ(settings.Eds_Delimeter(), QStringLiteral(","));
+    EXPECT_TRUE(settings.ckTimeSeries->isChecked());
+    EXPECT_EQ(settings.cboFrequency->currentText(), QStringLiteral("Hourly"));
+    expectCellLayout(*reopened);
+    for (const auto& column : *reopened->Document()->Columns())
+        EXPECT_GT(column->Column_Id(), 0) << column->Column_Name().toStdString();
+    EXPECT_EQ(db->ValueAsLong(scalar(QStringLiteral(
+                  "SELECT count(*) v FROM qvd_dict_name n, qvd_field_tech t, qvd_technology g "
+                  "WHERE n.name = 'Drops_Ext' AND n.entity_id = 7 AND t.field_id = n.field_id "
+                  "AND g.tech_id = t.tech_id AND g.tech_name = 'LTE'"))),
+              1);
+
+    // Opening it again, also by name as --open does, only shows its tab.
+    EXPECT_EQ(reopen(QStringLiteral("Cell Counters")), reopened);
+    EXPECT_TRUE(studio->OpenDocumentNamed(QStringLiteral("CELL COUNTERS")));
+    EXPECT_EQ(studio->documentTabs->count(), 1);
+    EXPECT_FALSE(studio->OpenDocumentNamed(QStringLiteral("ASCII Data Sources")));
+    EXPECT_TRUE(studio->OpenDocumentNamed(QStringLiteral("cell traffic feed")));
+    EXPECT_EQ(studio->CurrentDocument()->Title(), QStringLiteral("Cell Traffic Feed"));
+}
+
+TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
+    DocumentWindow* doc = newDocument(studio->actNewOdbc, TrunkGroupEntity);
+    ASSERT_TRUE(doc);
+    ASSERT_TRUE(doc->odbcEditor);
+    XDataSourcesODBC& settings = *doc->odbcEditor;
+    type(settings.txtDB_Server, QStringLiteral("pmdb02"));
+    type(settings.txtDB_Database, QStringLiteral("PMSTAGE"));
+    type(settings.txtDB_Table, QStringLiteral("TG_HOURLY"));
+    type(settings.txtDB_UserId, QStringLiteral("pm_reader"));
+    type(settings.txtDB_Password, QStringLiteral("it's secret"));
+    // Not a time series: the time-stamp column goes.
+    settings.ckTimeSeries->click();
+    EXPECT_EQ(gridRow(*doc, Rows::Name), QStringList());
+
+    appendColumn(*doc, QStringLiteral("TG"));
+    chooseType(*doc, 1, QStringLiteral("String"));
+    pickKey(TrunkGroupNameField, 1);
+    command(*doc, QStringLiteral("Key"))->trigger();
+    appendColumn(*doc, QStringLiteral("BLOCKED"));
+    chooseType(*doc, 2, QStringLiteral("Float"));
+    createField(QStringLiteral("TG_Blocked_Ext"), QStringLiteral("UMTS"), QStringLiteral("Sum"));
+    command(*doc, QStringLiteral("Field"))->trigger();
+    save(QStringLiteral("Trunk Group Hourly"));
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
+    EXPECT_TRUE(closeCurrent());
+
+    QTreeWidgetItem* item = listed(QStringLiteral("Trunk Group Hourly"));
+    ASSERT_TRUE(item);
+    EXPECT_EQ(item->parent()->text(0), QStringLiteral("ODBC Data Sources"));
+    EXPECT_EQ(item->text(1), QStringLiteral("Trunk Group"));
+    EXPECT_EQ(item->text(2), QStringLiteral("No"));
+
+    DocumentWindow* reopened = reopen(QStringLiteral("Trunk Group Hourly"));
+    ASSERT_TRUE(reopened);
+    ASSERT_TRUE(reopened->odbcEditor);
+    const XDataSourcesODBC& stored = *reopened->odbcEditor;
+    EXPECT_EQ(stored.Server(), QStringLiteral("pmdb02"));
+    EXPECT_EQ(stored.Database(), QStringLiteral("PMSTAGE"));
+    EXPECT_EQ(stored.Table(), QStringLiteral("TG_HOURLY"));
+    EXPECT_EQ(stored.UserId(), QStringLiteral("pm_reader"));
+    EXPECT_EQ(stored.Password(), QStringLiteral("it's secret"));
+    EXPECT_FALSE(stored.ckTimeSeries->isChecked());
+    EXPECT_EQ(gridRow(*reopened, Rows::Name),
+              QStringList({QStringLiteral("TG"), QStringLiteral("BLOCKED")}));
+    EXPECT_EQ(gridRow(*reopened, Rows::Type),
+              QStringList({QStringLiteral("String"), QStringLiteral("Float")}));
+    EXPECT_EQ(gridRow(*reopened, Rows::Field),
+              QStringList({QString(), QStringLiteral("TG_Blocked_Ext")}));
+    EXPECT_EQ(gridRow(*reopened, Rows::KeyField),
+              QStringList({QStringLiteral("Trunk Group: Trunk_Group_Name"), QString()}));
+    const CDataSourcesColumns& columns = *reopened->Document()->Columns();
+    EXPECT_EQ(columns.TSColumn(), nullptr);
+    EXPECT_EQ(columns.Item(QStringLiteral("TG"))->KeyFld_Id(), TrunkGroupNameField);
+    const auto blocked = columns.Item(QStringLiteral("BLOCKED"))->Field();
+    ASSERT_TRUE(blocked);
+    EXPECT_GT(blocked->Field_Id(), 0);
+    EXPECT_EQ(blocked->Technologies(), QStringLiteral("UMTS"));
+    EXPECT_EQ(blocked->DataType(), QStringLiteral("F"));
+}
+
+// A save that the database refuses part-way leaves the database as it was and the edits on
+// screen; once the cause is gone the same edits save.
+TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    lockKeys(QStringLiteral("ABORT"));
+    const QStringList before = savedRows();
+    save(QStringLiteral("Cell Counters"));
+    EXPECT_EQ(savedRows(), before);
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_THAT(lastMessage().toStdString(),
+                AllOf(HasSubstr("The data source was not saved; nothing was changed in the "
+                                "database."),
+                      HasSubstr("keys are locked for the audit")));
+    EXPECT_EQ(app->msgBoxes.last().icon, MsgBoxIcon::Critical);
+    EXPECT_EQ(app->pointer, DefaultPointer);
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(doc->Document()->DocName(), QString());
+    EXPECT_EQ(studio->CurrentDocument(), doc);
+    expectCellLayout(*doc);
+    for (const auto& column : *doc->Document()->Columns()) {
+        EXPECT_EQ(column->Column_Id(), 0);
+        EXPECT_EQ(column->Field_Id(), 0);
+    }
+
+    unlockKeys();
+    save(QStringLiteral("Cell Counters"));
+    EXPECT_EQ(app->msgBoxes.size(), 1) << lastMessage().toStdString();
+    EXPECT_FALSE(doc->IsModified());
+    expectCellLayout(*doc);
+    const qint32 id = doc->DocumentId();
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = %1").arg(id)), 4);
+    EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("name = 'Drops_Ext'")), 1);
+
+    // A stored document: a column renamed, one deleted and a new key column. The rename and the
+    // deletion are written before the new key is refused; this time the database ends the
+    // transaction itself, so the studio's own rollback fails as well.
+    selectColumn(*doc, 2);
+    app->inputAnswers.push_back(QStringLiteral("CELL_ID"));
+    command(*doc, QStringLiteral("ReName"))->trigger();
+    selectColumn(*doc, 4);
+    command(*doc, QStringLiteral("Delete"))->trigger();
+    appendColumn(*doc, QStringLiteral("REMARK"));
+    pickKey(CellIdentityField, 2);
+    command(*doc, QStringLiteral("Key"))->trigger();
+    lockKeys(QStringLiteral("ROLLBACK"));
+    const QStringList stored = savedRows();
+    save();
+    EXPECT_EQ(savedRows(), stored);
+    ASSERT_EQ(app->msgBoxes.size(), 2);
+    EXPECT_THAT(lastMessage().toStdString(), HasSubstr("keys are locked for the audit"));
+    EXPECT_TRUE(doc->IsModified());
+    EXPECT_EQ(doc->DocumentId(), id);
+    const auto expectEdited = [&] {
+        EXPECT_EQ(gridRow(*doc, Rows::Name),
+                  QStringList({QStringLiteral("Time Stamp"), QStringLiteral("CELL_ID"),
+                               QStringLiteral("DROPS"), QStringLiteral("REMARK")}));
+        EXPECT_EQ(gridRow(*doc, Rows::KeyField),
+                  QStringList({QString(), QStringLiteral("Cell: Cell_Name"), QString(),
+                               QStringLiteral("Cell: CI")}));
+        const auto remark = doc->Document()->Columns()->Item(QStringLiteral("REMARK"));
+        ASSERT_TRUE(remark);
+        EXPECT_EQ(remark->Key_Ordinal(), 2);
+        EXPECT_EQ(remark->KeyFld_Id(), CellIdentityField);
+    };
+    expectEdited();
+
+    unlockKeys();
+    save();
+    EXPECT_EQ(app->msgBoxes.size(), 2) << lastMessage().toStdString();
+    EXPECT_FALSE(doc->IsModified());
+    expectEdited();
+    const QString ofDocument = QStringLiteral("eds_id = %1").arg(id);
+    EXPECT_EQ(count(QStringLiteral("eds_column"), ofDocument), 4);
+    EXPECT_EQ(count(QStringLiteral("eds_column"),
+                    ofDocument + QStringLiteral(" AND col_name IN ('CELL_ID', 'REMARK')")),
+              2);
+    EXPECT_EQ(count(QStringLiteral("eds_primarykey"), ofDocument), 2);
+}
+
+TEST_P(StudioEndToEndTest, ClosingAModifiedDocumentAsksToSaveIt) {
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+
+    app->msgBoxAnswers = {MsgBoxResult::Cancel};
+    EXPECT_FALSE(closeCurrent());
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes.last().prompt,
+              QStringLiteral("Do you want to save the changes to New ASCII Data Source?"));
+    EXPECT_EQ(app->msgBoxes.last().buttons, MsgBoxButtons::YesNoCancel);
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
+
+    // Yes, but the name prompt cancelled: nothing is saved and the document stays.
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    EXPECT_FALSE(closeCurrent());
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
+    EXPECT_EQ(count(QStringLiteral("eds_document")), 2);
+
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    app->inputAnswers = {QStringLiteral("Cell Counters")};
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    ASSERT_TRUE(listed(QStringLiteral("Cell Counters")));
+
+    // No drops the edit of a stored document.
+    DocumentWindow* stored = reopen(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(stored);
+    const qint32 id = stored->DocumentId();
+    selectColumn(*stored, 4);
+    command(*stored, QStringLiteral("Delete"))->trigger();
+    ASSERT_TRUE(stored->IsModified());
+    app->msgBoxAnswers = {MsgBoxResult::No};
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = %1").arg(id)), 4);
+    DocumentWindow* again = reopen(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(again);
+    expectCellLayout(*again);
+
+    // Unmodified, it closes without a question.
+    const auto questions = app->msgBoxes.size();
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(app->msgBoxes.size(), questions);
+
+    // Leaving the studio asks for every modified document; Cancel stays.
+    DocumentWindow* last = reopen(QStringLiteral("Cell Counters"));
+    ASSERT_TRUE(last);
+    selectColumn(*last, 4);
+    command(*last, QStringLiteral("Delete"))->trigger();
+    app->msgBoxAnswers = {MsgBoxResult::Cancel};
+    EXPECT_FALSE(studio->close());
+    EXPECT_TRUE(studio->isVisible());
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{last});
+    app->msgBoxAnswers = {MsgBoxResult::No};
+    EXPECT_TRUE(studio->close());
+    EXPECT_EQ(app->msgBoxes.size(), questions + 2);
+}
+
+TEST_P(StudioEndToEndTest, ANameInUseIsAskedAgain) {
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    app->inputBoxes.clear();
+    app->inputAnswers = {QStringLiteral(" cell TRAFFIC feed "), QString(61, QLatin1Char('x')),
+                         QStringLiteral("Cell Counters")};
+    save();
+    ASSERT_EQ(app->inputBoxes.size(), 3);
+    EXPECT_EQ(app->inputBoxes[0].prompt,
+              QStringLiteral("Please enter a name for this data source"));
+    EXPECT_EQ(app->inputBoxes[1].prompt,
+              QStringLiteral("A data source named \"cell TRAFFIC feed\" already exists. Please "
+                             "enter another name"));
+    EXPECT_EQ(app->inputBoxes[2].prompt,
+              QStringLiteral("A name has at most 60 characters. Please enter a shorter name"));
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_EQ(doc->Title(), QStringLiteral("Cell Counters"));
+    EXPECT_EQ(count(QStringLiteral("eds_document"), QStringLiteral("name = 'Cell Counters'")), 1);
+
+    // Saving it again asks nothing.
+    selectColumn(*doc, 4);
+    chooseType(*doc, 4, QStringLiteral("ENUM"));
+    ASSERT_TRUE(doc->IsModified());
+    save();
+    EXPECT_EQ(app->inputBoxes.size(), 3);
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("col_type = 'E'")), 1);
+}
+
+TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    save(QStringLiteral("Cell Counters"));
+    const qint32 id = doc->DocumentId();
+    ASSERT_GT(id, 0);
+    const QString ofDocument = QStringLiteral("eds_id = %1").arg(id);
+
+    studio->documentTree->setCurrentItem(listed(QStringLiteral("Cell Counters")));
+    app->msgBoxAnswers = {MsgBoxResult::No};
+    studio->actDelete->trigger();
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes.last().prompt,
+              QStringLiteral("Delete the data source \"Cell Counters\" with all its columns?"));
+    EXPECT_TRUE(listed(QStringLiteral("Cell Counters")));
+    EXPECT_EQ(count(QStringLiteral("eds_column"), ofDocument), 4);
+
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    studio->actDelete->trigger();
+    EXPECT_FALSE(listed(QStringLiteral("Cell Counters")));
+    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    EXPECT_EQ(count(QStringLiteral("eds_document"), QStringLiteral("id = %1").arg(id)), 0);
+    for (const char* table : {"eds_ascii_file", "eds_column", "eds_primarykey", "qvd_eds_def"})
+        EXPECT_EQ(count(QLatin1String(table), ofDocument), 0) << table;
+    EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("name = 'Drops_Ext'")), 0);
+    // The demo's documents stay.
+    EXPECT_EQ(count(QStringLiteral("eds_document")), 2);
+
+    // A data source whose field a report template uses is kept, as its column would be.
+    db->ExecuteStatement(
+        QStringLiteral("INSERT INTO pm_templatefield (templateid, field_id) VALUES (1, 28)"));
+    studio->documentTree->setCurrentItem(listed(QStringLiteral("Cell Traffic Feed")));
+    studio->actDelete->trigger();
+    EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
+    EXPECT_TRUE(listed(QStringLiteral("Cell Traffic Feed")));
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = 1")), 4);
+}
+
+// Without edit permission (--read-only) the studio shows data sources and changes none.
+TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
+    app->editPermission = false;
+    studio = std::make_unique<Studio::MainWindow>(db);
+    studio->show();
+    DocumentWindow* doc = reopen(QStringLiteral("Cell Traffic Feed"));
+    ASSERT_TRUE(doc);
+    EXPECT_FALSE(doc->asciiEditor->txtFile->isEnabled());
+    for (QAction* change :
+         {studio->actNewAscii, studio->actNewOdbc, studio->actSave, studio->actDelete})
+        EXPECT_FALSE(change->isEnabled()) << change->objectName().toStdString();
+    EXPECT_TRUE(studio->actOpen->isEnabled());
+    EXPECT_TRUE(studio->actClose->isEnabled());
+
+    // What the grid still lets the user try is never written, and closing asks nothing.
+    appendColumn(*doc, QStringLiteral("EXTRA"));
+    studio->SaveCurrent();
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
+    EXPECT_EQ(count(QStringLiteral("eds_column"), QStringLiteral("eds_id = 1")), 4);
+}
+
+TEST(StudioStartUpTest, UnreachableDatabaseIsReportedAndAnotherOneCanBeNamed) {
+    const QString unreachable = QStringLiteral("postgresql://nobody:x@127.0.0.1:1/none");
+    QString reason;
+    try {
+        Studio::SqlQueryService service(unreachable);
+        ADD_FAILURE() << "the unreachable database opened";
+    } catch (const Error& error) {
+        reason = error.message();
+    }
+    EXPECT_THAT(reason.toStdString(), HasSubstr("the PostgreSQL database \"none\" on 127.0.0.1:1"));
+
+    Studio::ConnectionDialog dialog(unreachable, reason);
+    EXPECT_EQ(dialog.lblReason->text(), reason);
+    EXPECT_EQ(dialog.Connection(), unreachable);
+    type(dialog.txtConnection, QStringLiteral(" /tmp/orvane/other.sqlite "));
+    dialog.cmdOpen->click();
+    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_EQ(dialog.Connection(), QStringLiteral("/tmp/orvane/other.sqlite"));
+
+    Studio::ConnectionDialog refused(unreachable, reason);
+    refused.cmdQuit->click();
+    EXPECT_EQ(refused.result(), QDialog::Rejected);
+}
+
+} // namespace Orvane::Testing
