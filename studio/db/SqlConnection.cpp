@@ -127,11 +127,19 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
             query.addBindValue(value);
         ok = query.exec();
     }
-    if (!ok) {
-        throw Error(
-            QStringLiteral("%1\nStatement: %2").arg(messageOf(query.lastError()), statement));
-    }
+    if (!ok)
+        throw Error(QStringLiteral("%1\nStatement: %2").arg(failureOf(query), statement));
     return query;
+}
+
+QString SqlConnection::failureOf(const QSqlQuery& query) const {
+    // A server that dropped the connection leaves later statements without a reason of their own.
+    const QString reason = messageOf(query.lastError());
+    if (Database().isOpen() && !reason.isEmpty())
+        return reason;
+    return QStringLiteral("The connection to %1 was lost; open the database again. %2")
+        .arg(m_description.Shown(), reason)
+        .trimmed();
 }
 
 void SqlConnection::Begin() {

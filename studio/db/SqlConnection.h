@@ -35,6 +35,7 @@ private:
     void open();
     void checkSqlitePath() const;
     void prepareSession();
+    QString failureOf(const QSqlQuery& query) const;
     [[noreturn]] void failOpening(const QString& reason) const;
 
     ConnectionDescription m_description;
