@@ -78,6 +78,8 @@ void copyForRename(const CDataSourcesColumn& from, CDataSourcesColumn& to, bool 
     // A stored document must write the new name.
     to.setDirty(newDocument ? from.Dirty() : true);
     to.setField(from.Field());
+    // Before FieldAdded, which it would otherwise clear.
+    to.setFieldDeleted(from.FieldDeleted());
     to.setFieldAdded(from.FieldAdded());
     to.setFieldDirty(from.FieldDirty());
     to.setKey_Ordinal(from.Key_Ordinal());
@@ -744,9 +746,14 @@ void XDataSourcesColumn::deleteField() {
     const ColumnPtr model = currentColumn();
     if (!model)
         return;
+    // The column's mapping to a stored field must go with the save; the field itself stays in
+    // the dictionary.
+    const bool storedField = !m_newDocument && model->Column_Id() > 0 && model->Field_Id() > 0;
     model->setField(nullptr);
     model->setFieldAdded(false);
     model->setFieldDirty(false);
+    if (storedField)
+        model->setFieldDeleted(true);
     setCellText(m_currentColumn, Rows::Field, QString());
     fitWidth(m_currentColumn);
     fpsColumns->viewport()->update();
