@@ -55,7 +55,10 @@ QString keyText(const CDataSourcesColumn& column) {
     return QString::number(column.Key_Ordinal());
 }
 
+// A key chosen in this edit has no entity name: its field name already carries the label.
 QString keyFieldText(const CDataSourcesColumn& column) {
+    if (column.KeyEntity().isEmpty())
+        return column.KeyFld_Name();
     return column.KeyEntity() + QStringLiteral(": ") + column.KeyFld_Name();
 }
 
@@ -849,6 +852,9 @@ bool XDataSourcesColumn::selectKey(CDataSourcesColumn& model, bool editing) {
     model.setKeyEntity_Id(selector.EntityID());
     model.setKeyFld_Id(selector.FieldId());
     model.setKeyFld_Name(selector.FieldName());
+    // The selector's name carries the entity's label; a stored entity name no longer applies.
+    model.setKeyEntity(QString());
+    model.setKeyEntity_Label(QString());
     return true;
 }
 

@@ -184,6 +184,36 @@ TEST_F(ColumnKeyFieldTest, EditingAStoredKeyMarksItDirtyAndACancelStillReportsAC
     EXPECT_TRUE(enabled("DelKey"));
 }
 
+TEST_F(ColumnKeyFieldTest, AKeyChosenInThisEditKeepsItsTextWhenTheColumnIsRedrawn) {
+    openStoredDocument();
+    click(3, 4);
+    keySelectorAnswers(true);
+    trigger("Key");
+    click(1, 5);
+    app->modalHandlers.clear();
+    keySelectorAnswers(false, QStringLiteral("3"));
+    trigger("Key");
+    ASSERT_EQ(text(1, 5), "Cell: cell_name");
+
+    // Each move draws the moved column anew from its model.
+    trigger("Right");
+    click(3, 1);
+    trigger("Left");
+
+    EXPECT_EQ(columns->Item("C")->KeyFld_Name(), "Site: SiteId");
+    EXPECT_EQ(text(2, 1), "C");
+    EXPECT_EQ(text(2, 5), "Site: SiteId") << "a key added in this edit";
+    EXPECT_EQ(text(3, 1), "A");
+    EXPECT_EQ(text(3, 5), "Cell: cell_name") << "a stored key chosen again";
+}
+
+TEST_F(ColumnKeyFieldTest, ALoadedKeyShowsItsEntityWhenTheColumnIsRedrawn) {
+    openStoredDocument();
+    click(1, 1);
+    trigger("Right");
+    EXPECT_EQ(text(2, 5), "Cell: cell_name");
+}
+
 TEST_F(ColumnKeyFieldTest, ClearingAStoredFieldUnmapsItAndANewFieldMayTakeItsPlace) {
     openStoredDocument();
     click(2, 1);
