@@ -175,9 +175,13 @@ void CDataSourcesColumns::Remove(qint32 index) {
     removeAt(static_cast<std::size_t>(index - 1));
 }
 
+// The items go first to last, as removing the first until none is left would, but in one pass.
 void CDataSourcesColumns::Clear() {
-    while (!m_items.empty())
-        removeAt(0);
+    m_byKey.clear();
+    m_keys.clear();
+    for (ColumnPtr& column : m_items)
+        column.reset();
+    m_items.clear();
 }
 
 std::shared_ptr<const CDataSourcesColumnsState> CDataSourcesColumns::SaveState() const {

@@ -167,6 +167,19 @@ TEST(ColumnCollection, AddItemCopiesIntoAStoredColumnButKeepsItsFlags) {
     EXPECT_EQ(columns.Item("B")->ColPosition(), 0); // added as a clone
 }
 
+TEST(ColumnCollection, ClearLeavesNothingBehindUnderAnyKey) {
+    CDataSourcesColumns columns;
+    const auto a = columns.Add("A");
+    columns.Add("B");
+    columns.Clear();
+    EXPECT_EQ(columns.Count(), 0);
+    EXPECT_FALSE(columns.Exists("a"));
+    EXPECT_EQ(a.use_count(), 1) << "the collection holds no reference any more";
+    const auto again = columns.Add("a");
+    EXPECT_NE(again, a);
+    EXPECT_EQ(columns.Item(1), again);
+}
+
 TEST(ColumnCollection, PositionsCountDeletedColumnsAndCompareNamesExactly) {
     CDataSourcesColumns columns;
     columns.Add("A")->setPosition(1);
