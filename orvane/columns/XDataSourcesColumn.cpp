@@ -55,7 +55,10 @@ QString keyText(const CDataSourcesColumn& column) {
     return QString::number(column.Key_Ordinal());
 }
 
+// A key chosen in this edit has no entity name: its field name already carries the label.
 QString keyFieldText(const CDataSourcesColumn& column) {
+    if (column.KeyEntity().isEmpty())
+        return column.KeyFld_Name();
     return column.KeyEntity() + QStringLiteral(": ") + column.KeyFld_Name();
 }
 
@@ -78,6 +81,8 @@ void copyForRename(const CDataSourcesColumn& from, CDataSourcesColumn& to, bool 
     // A stored document must write the new name.
     to.setDirty(newDocument ? from.Dirty() : true);
     to.setField(from.Field());
+    // Before FieldAdded, which it would otherwise clear.
+    to.setFieldDeleted(from.FieldDeleted());
     to.setFieldAdded(from.FieldAdded());
     to.setFieldDirty(from.FieldDirty());
     to.setKey_Ordinal(from.Key_Ordinal());
@@ -744,9 +749,14 @@ void XDataSourcesColumn::deleteField() {
     const ColumnPtr model = currentColumn();
     if (!model)
         return;
+    // The column's mapping to a stored field must go with the save; the field itself stays in
+    // the dictionary.
+    const bool storedField = !m_newDocument && model->Column_Id() > 0 && model->Field_Id() > 0;
     model->setField(nullptr);
     model->setFieldAdded(false);
     model->setFieldDirty(false);
+    if (storedField)
+        model->setFieldDeleted(true);
     setCellText(m_currentColumn, Rows::Field, QString());
     fitWidth(m_currentColumn);
     fpsColumns->viewport()->update();
@@ -842,6 +852,9 @@ bool XDataSourcesColumn::selectKey(CDataSourcesColumn& model, bool editing) {
     model.setKeyEntity_Id(selector.EntityID());
     model.setKeyFld_Id(selector.FieldId());
     model.setKeyFld_Name(selector.FieldName());
+    // The selector's name carries the entity's label; a stored entity name no longer applies.
+    model.setKeyEntity(QString());
+    model.setKeyEntity_Label(QString());
     return true;
 }
 

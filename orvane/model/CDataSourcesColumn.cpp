@@ -25,6 +25,16 @@ void CDataSourcesColumn::setFieldDirty(bool value) {
     if (value) {
         m_dirty = true;
         m_fieldAdded = false;
+        m_fieldDeleted = false;
+    }
+}
+
+void CDataSourcesColumn::setFieldDeleted(bool value) {
+    m_fieldDeleted = value;
+    if (value) {
+        m_dirty = true;
+        m_fieldAdded = false;
+        m_fieldDirty = false;
     }
 }
 
@@ -75,6 +85,7 @@ std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const {
     copy->setColumnDeleted(m_columnDeleted);
     copy->setDirty(m_dirty);
     copy->setField(m_field);
+    copy->setFieldDeleted(m_fieldDeleted);
     copy->setFieldAdded(m_fieldAdded);
     copy->setFieldDirty(m_fieldDirty);
     copy->setKey_Ordinal(m_keyOrdinal);

@@ -47,6 +47,12 @@ public:
     void setFieldAdded(bool value);
     bool FieldDirty() const { return m_fieldDirty; }
     void setFieldDirty(bool value);
+    // The column's stored field was taken off it: the save removes the column's mapping row.
+    // Setting it True sets Dirty True and FieldAdded, FieldDirty False. A later FieldAdded leaves
+    // it set (one edit may replace the stored field by a new one); a later FieldDirty clears it,
+    // since an update is of the field that stays mapped.
+    bool FieldDeleted() const { return m_fieldDeleted; }
+    void setFieldDeleted(bool value);
     bool ColumnDeleted() const { return m_columnDeleted; }
     void setColumnDeleted(bool value);
     bool Dirty() const { return m_dirty; }
@@ -64,7 +70,8 @@ public:
     void setIsTimeStamp(bool value) { m_isTimeStamp = value; }
 
     // A copy made through the setters, so its flags follow from their order; the editor
-    // position is not copied.
+    // position is not copied. FieldDeleted is copied before FieldAdded, whose flag it would
+    // otherwise clear.
     std::shared_ptr<CDataSourcesColumn> Clone() const;
 
 private:
@@ -82,6 +89,7 @@ private:
     QString m_keyEntity;
     QString m_keyEntityLabel;
     bool m_fieldDirty = false;
+    bool m_fieldDeleted = false;
     bool m_columnDeleted = false;
     bool m_dirty = false;
     bool m_keyDeleted = false;

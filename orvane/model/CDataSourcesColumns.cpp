@@ -92,26 +92,25 @@ void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
     if (!ids.isEmpty())
         rst->MoveFirst();
 
-    const auto text = [&](const char* name) { return rst->Value(QLatin1String(name)).toString(); };
-    const auto integer = [&](const char* name) {
-        return query.ValueAsLong(rst->Value(QLatin1String(name)));
-    };
+    // Literal names: nothing is converted for each of the many reads.
+    const auto text = [&](const QString& name) { return rst->Value(name).toString(); };
+    const auto integer = [&](const QString& name) { return query.ValueAsLong(rst->Value(name)); };
     for (; !rst->Eof(); rst->MoveNext()) {
-        const ColumnPtr column = Add(text("col_name"));
-        column->setColumn_Id(integer("col_id"));
-        column->setColumn_Type(text("col_type"));
-        column->setPosition(integer("col_position"));
-        column->setField(fields.value(QString::number(integer("Field_Id"))));
-        column->setPK_Id(integer("PK_Id"));
-        column->setKeyFld_Id(integer("pkfld_id"));
-        column->setKey_Ordinal(integer("Ordinal"));
-        column->setKeyEntity_Id(integer("pkentity_id"));
-        column->setKeyFld_Name(text("pkfld_name"));
-        column->setKeyEntity(text("pkentity_name"));
-        column->setKeyEntity_Label(text("pkentity_label"));
+        const ColumnPtr column = Add(text(QStringLiteral("col_name")));
+        column->setColumn_Id(integer(QStringLiteral("col_id")));
+        column->setColumn_Type(text(QStringLiteral("col_type")));
+        column->setPosition(integer(QStringLiteral("col_position")));
+        column->setField(fields.value(QString::number(integer(QStringLiteral("Field_Id")))));
+        column->setPK_Id(integer(QStringLiteral("PK_Id")));
+        column->setKeyFld_Id(integer(QStringLiteral("pkfld_id")));
+        column->setKey_Ordinal(integer(QStringLiteral("Ordinal")));
+        column->setKeyEntity_Id(integer(QStringLiteral("pkentity_id")));
+        column->setKeyFld_Name(text(QStringLiteral("pkfld_name")));
+        column->setKeyEntity(text(QStringLiteral("pkentity_name")));
+        column->setKeyEntity_Label(text(QStringLiteral("pkentity_label")));
         column->setIsTimeStamp(query.ValueAsBoolean(rst->Value(QStringLiteral("TimeStamp"))));
         if (MSQL::HasEditorPosition())
-            column->setColPosition(integer("editor_position"));
+            column->setColPosition(integer(QStringLiteral("editor_position")));
     }
     m_edsId = EDS_Id;
 }
@@ -176,9 +175,13 @@ void CDataSourcesColumns::Remove(qint32 index) {
     removeAt(static_cast<std::size_t>(index - 1));
 }
 
+// The items go first to last, as removing the first until none is left would, but in one pass.
 void CDataSourcesColumns::Clear() {
-    while (!m_items.empty())
-        removeAt(0);
+    m_byKey.clear();
+    m_keys.clear();
+    for (ColumnPtr& column : m_items)
+        column.reset();
+    m_items.clear();
 }
 
 std::shared_ptr<const CDataSourcesColumnsState> CDataSourcesColumns::SaveState() const {

@@ -110,7 +110,11 @@ void clearPositions(const CDataSourcesColumns& columns) {
     }
 }
 
+// A stored field taken off the column loses its mapping before any new field is created for the
+// column, so that one edit may replace the field.
 void saveFieldOf(CDataSourcesColumn& column, const CDataSourcesColumns& columns) {
+    if (column.FieldDeleted())
+        execute(MSQL::DeleteFieldMapping(columns.EDS_Id(), column.Column_Id()));
     if (column.FieldDirty()) {
         if (column.Field())
             UpdateField(*column.Field());

@@ -118,6 +118,11 @@ QString DeleteFieldTechnologies(qint32 fieldId) {
     return QStringLiteral("DELETE FROM qvd_field_tech WHERE field_id = ") + number(fieldId);
 }
 
+QString DeleteFieldMapping(qint32 edsId, qint32 colId) {
+    return QStringLiteral("DELETE FROM qvd_eds_def WHERE eds_id = ") + number(edsId) +
+           QStringLiteral(" AND col_id = ") + number(colId);
+}
+
 QString ExternalFieldGroupQuery() {
     return QStringLiteral(
         "select field_group_id from qvd_field_group where field_group_short = 'EXT'");

@@ -37,6 +37,8 @@ QString UpdateFieldNames(qint32 fieldId, const QString& header, const QString& h
 QString UpdateFieldDefinition(qint32 fieldId, const QString& description,
                               const QVariant& aggregator, const QString& dataType);
 QString DeleteFieldTechnologies(qint32 fieldId);
+// Unmaps a column from its field; the field stays in the dictionary.
+QString DeleteFieldMapping(qint32 edsId, qint32 colId);
 QString ExternalFieldGroupQuery();
 // The name is quoted as it stands: a quote inside it is not doubled.
 QString FieldNameInUseQuery(qint32 entityId, const QString& name, qint32 fieldId);

@@ -9,24 +9,24 @@ namespace Orvane::Studio {
 
 SqlRecordset::SqlRecordset(QSqlQuery& query) {
     const QSqlRecord record = query.record();
-    for (int column = 0; column < record.count(); ++column)
+    const int columns = record.count();
+    for (int column = 0; column < columns; ++column)
         m_names << record.fieldName(column);
     // Backwards, so that of two fields with one name the first answers.
-    for (int column = record.count() - 1; column >= 0; --column)
-        m_columnOf.insert(record.fieldName(column).toCaseFolded(), column);
+    for (int column = columns - 1; column >= 0; --column)
+        m_columnOf.insert(m_names[column].toCaseFolded(), column);
     while (query.next()) {
-        QVariantList row;
-        row.reserve(record.count());
-        for (int column = 0; column < record.count(); ++column) {
-            const QVariant value = query.value(column);
-            row << (value.isNull() ? QVariant() : value);
+        for (int column = 0; column < columns; ++column) {
+            QVariant value = query.value(column);
+            // The driver's null carries the column's type; callers test for a plain null.
+            m_values.append(value.isNull() ? QVariant() : std::move(value));
         }
-        m_rows << row;
+        ++m_rowCount;
     }
 }
 
 bool SqlRecordset::Eof() const {
-    return m_current >= m_rows.size();
+    return m_current >= m_rowCount;
 }
 
 void SqlRecordset::MoveFirst() {
@@ -34,19 +34,28 @@ void SqlRecordset::MoveFirst() {
 }
 
 void SqlRecordset::MoveNext() {
-    if (m_current < m_rows.size())
+    if (m_current < m_rowCount)
         ++m_current;
 }
 
 QVariant SqlRecordset::Value(const QString& field) const {
+    const qsizetype column = columnOf(field);
+    if (Eof())
+        throw Error(
+            QStringLiteral("The recordset has no current row to read \"%1\" from.").arg(field));
+    return m_values[m_current * m_names.size() + column];
+}
+
+qsizetype SqlRecordset::columnOf(const QString& field) const {
+    const auto asked = m_asked.constFind(field);
+    if (asked != m_asked.constEnd())
+        return *asked;
     const auto column = m_columnOf.constFind(field.toCaseFolded());
     if (column == m_columnOf.constEnd())
         throw Error(QStringLiteral("The recordset has no field \"%1\"; its fields are %2.")
                         .arg(field, m_names.join(QStringLiteral(", "))));
-    if (Eof())
-        throw Error(
-            QStringLiteral("The recordset has no current row to read \"%1\" from.").arg(field));
-    return m_rows[m_current][*column];
+    m_asked.insert(field, *column);
+    return *column;
 }
 
 } // namespace Orvane::Studio

@@ -3,7 +3,6 @@
 #include "orvane/host/IRecordset.h"
 
 #include <QHash>
-#include <QList>
 #include <QStringList>
 #include <QVariantList>
 
@@ -14,6 +13,9 @@ namespace Orvane::Studio {
 // The rows of a SELECT, read at once so that the database's cursor and locks are released before
 // the caller walks them. Forward reading, with MoveFirst to read again; field names compare
 // without regard to case; a database null is a null QVariant.
+//
+// Callers read the same few names on every row, so each name as a caller spells it is resolved
+// to its column once; later reads of it cost one hash lookup and no case folding.
 class SqlRecordset : public IRecordset {
 public:
     explicit SqlRecordset(QSqlQuery& query);
@@ -24,12 +26,16 @@ public:
     QVariant Value(const QString& field) const override;
 
     QStringList FieldNames() const { return m_names; }
-    qsizetype RowCount() const { return m_rows.size(); }
+    qsizetype RowCount() const { return m_rowCount; }
 
 private:
+    qsizetype columnOf(const QString& field) const;
+
     QStringList m_names;
-    QHash<QString, qsizetype> m_columnOf; // case-folded name -> column
-    QList<QVariantList> m_rows;
+    QHash<QString, qsizetype> m_columnOf;      // case-folded name -> column
+    mutable QHash<QString, qsizetype> m_asked; // a name as a caller spelled it -> column
+    QVariantList m_values;                     // every row's values, one row after the other
+    qsizetype m_rowCount = 0;
     qsizetype m_current = 0;
 };
 

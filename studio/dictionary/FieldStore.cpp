@@ -31,39 +31,35 @@ struct FieldRowsReader {
     IQueryService& query;
     IRecordset& rst;
 
-    QString text(const char* name) const {
-        return rst.Value(QLatin1String(name)).toString().trimmed();
-    }
-    qint32 number(const char* name) const {
-        return query.ValueAsLong(rst.Value(QLatin1String(name)));
-    }
+    QString text(const QString& name) const { return rst.Value(name).toString().trimmed(); }
+    qint32 number(const QString& name) const { return query.ValueAsLong(rst.Value(name)); }
 
     FieldValues first() const {
         FieldValues values;
-        values.id = number("field_id");
+        values.id = number(QStringLiteral("field_id"));
         values.name = rst.Value(QStringLiteral("name")).toString();
-        values.entityId = number("entity_id");
-        values.entityLabel = text("entity_label");
+        values.entityId = number(QStringLiteral("entity_id"));
+        values.entityLabel = text(QStringLiteral("entity_label"));
         values.description = rst.Value(QStringLiteral("field_desc")).toString();
         values.heading1 = rst.Value(QStringLiteral("report_header")).toString();
         values.heading2 = rst.Value(QStringLiteral("report_header2")).toString();
-        values.aggregationPairId = number("field_aggregator");
-        values.timeAggregator = text("time_aggregator");
-        values.elementAggregator = text("element_aggregator");
-        values.dataType = text("datatype");
-        values.appGroup = text("app_group");
-        values.groupShort = text("field_group_short");
-        values.style = number("field_style");
-        values.styleColour = number("style_colour");
-        values.ownerId = number("owner_id");
+        values.aggregationPairId = number(QStringLiteral("field_aggregator"));
+        values.timeAggregator = text(QStringLiteral("time_aggregator"));
+        values.elementAggregator = text(QStringLiteral("element_aggregator"));
+        values.dataType = text(QStringLiteral("datatype"));
+        values.appGroup = text(QStringLiteral("app_group"));
+        values.groupShort = text(QStringLiteral("field_group_short"));
+        values.style = number(QStringLiteral("field_style"));
+        values.styleColour = number(QStringLiteral("style_colour"));
+        values.ownerId = number(QStringLiteral("owner_id"));
         return values;
     }
 
     void addTo(FieldValues& values, QMap<qint32, QString>& technologies) const {
-        const qint32 bit = number("tech_bit");
+        const qint32 bit = number(QStringLiteral("tech_bit"));
         if (bit > 0)
-            technologies.insert(bit, text("tech_name"));
-        const QString extra = text("extra_column");
+            technologies.insert(bit, text(QStringLiteral("tech_name")));
+        const QString extra = text(QStringLiteral("extra_column"));
         if (!extra.isEmpty())
             values.extra.insert(extra, rst.Value(QStringLiteral("extra_value")).toString());
     }
@@ -86,7 +82,7 @@ QList<FieldValues> FieldStore::Read(const QString& statement) {
     const FieldRowsReader reader{m_query, *rst};
     QMap<qint32, QString> technologies;
     for (; !rst->Eof(); rst->MoveNext()) {
-        const qint32 id = reader.number("field_id");
+        const qint32 id = reader.number(QStringLiteral("field_id"));
         if (fields.isEmpty() || fields.last().id != id) {
             if (!fields.isEmpty())
                 finish(fields.last(), technologies);

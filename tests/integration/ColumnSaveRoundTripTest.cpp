@@ -1,3 +1,4 @@
+#include "orvane/columns/XDataSourcesColumn.h"
 #include "orvane/host/IRecordset.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
@@ -7,6 +8,8 @@
 #include "studio/db/TransactionScope.h"
 #include "tests/integration/DatabaseTest.h"
 
+#include <QAction>
+#include <QTableWidget>
 #include <gmock/gmock.h>
 
 namespace Orvane::Testing {
@@ -221,6 +224,35 @@ TEST_P(ColumnSaveRoundTripTest, EditedDocumentSavesMovesKeysAndDeletions) {
     names.sort();
     EXPECT_EQ(names, QStringList({QStringLiteral("CELL"), QStringLiteral("COMMENT"),
                                   QStringLiteral("NEW_COL"), QStringLiteral("Time Stamp")}));
+}
+
+TEST_P(ColumnSaveRoundTripTest, AClearedFieldIsGoneFromTheColumnAfterTheSave) {
+    dictionary->addField(28, QStringLiteral("HO_Attempts"), 7);
+    auto columns = std::make_shared<CDataSourcesColumns>();
+    columns->LoadColumns(1);
+    {
+        // The column layout editor clears HO_ATTEMPTS, the third column, as a user would.
+        XDataSourcesColumn editor;
+        editor.InitEdit(columns);
+        auto* grid = editor.findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
+        ASSERT_EQ(grid->item(0, 2)->text(), QStringLiteral("HO_ATTEMPTS"));
+        emit grid->cellClicked(0, 2);
+        editor.findChild<QAction*>(QStringLiteral("Clear"))->trigger();
+    }
+    {
+        Studio::TransactionScope transaction(*db);
+        ColumnSave::SaveColumns(*columns);
+        transaction.Commit();
+    }
+
+    CDataSourcesColumns reloaded;
+    reloaded.LoadColumns(1);
+    ASSERT_EQ(reloaded.Count(), 4);
+    EXPECT_EQ(reloaded.Item(QStringLiteral("HO_ATTEMPTS"))->Field(), nullptr);
+    EXPECT_EQ(count(QStringLiteral("qvd_eds_def"), QStringLiteral("eds_id = 1")), 0);
+    // The field stays in the dictionary, and the other document keeps its own mapping.
+    EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("field_id = 28")), 1);
+    EXPECT_EQ(count(QStringLiteral("qvd_eds_def"), QStringLiteral("eds_id = 2")), 1);
 }
 
 TEST_P(ColumnSaveRoundTripTest, AFailedSaveChangesNothing) {

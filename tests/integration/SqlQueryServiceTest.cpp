@@ -136,6 +136,17 @@ TEST_P(SqlQueryServiceTest, RecordsetsReadForwardWithFieldNamesInAnyCase) {
     EXPECT_EQ(db->ValueAsLong(rst->Value(QStringLiteral("Col_Id"))), 1);
     EXPECT_THAT(errorOf([&] { rst->Value(QStringLiteral("nosuch")); }).toStdString(),
                 HasSubstr("nosuch"));
+    // A name once resolved reads each row's own value; an unknown one fails every time.
+    rst->MoveNext();
+    EXPECT_EQ(db->ValueAsLong(rst->Value(QStringLiteral("Col_Id"))), 2);
+    EXPECT_EQ(rst->Value(QStringLiteral("col_NAME")).toString(), QStringLiteral("CELL"));
+    EXPECT_THROW(rst->Value(QStringLiteral("nosuch")), Error);
+
+    // Of two fields with one name, the first answers.
+    const auto twice = db->OpenRecordset(
+        QStringLiteral("SELECT col_name x, col_id X FROM eds_column WHERE col_id = 2"));
+    EXPECT_EQ(twice->Value(QStringLiteral("x")).toString(), QStringLiteral("CELL"));
+    EXPECT_EQ(twice->Value(QStringLiteral("X")).toString(), QStringLiteral("CELL"));
 
     const auto odbc = db->OpenRecordset(MSQL::OdbcSettingsQuery(2));
     EXPECT_EQ(odbc->Value(QStringLiteral("DB_Server")).toString(), QStringLiteral("pmdb01"));

@@ -31,6 +31,25 @@ TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistent) {
     EXPECT_FALSE(c.KeyDeleted());
 }
 
+TEST(ColumnFlags, ADeletedStoredFieldMayBeReplacedButNotUpdated) {
+    CDataSourcesColumn c;
+    c.setFieldDirty(true);
+    c.setDirty(false);
+    c.setFieldDeleted(true);
+    EXPECT_TRUE(c.Dirty());
+    EXPECT_FALSE(c.FieldDirty());
+
+    // A new field in place of the stored one: the old mapping must still go.
+    c.setFieldAdded(true);
+    EXPECT_TRUE(c.FieldDeleted());
+    c.setFieldDeleted(true);
+    EXPECT_FALSE(c.FieldAdded());
+
+    // An update is of the mapped field, so that mapping stays.
+    c.setFieldDirty(true);
+    EXPECT_FALSE(c.FieldDeleted());
+}
+
 TEST(ColumnFlags, ClearingAFlagChangesNothingElse) {
     CDataSourcesColumn c;
     c.setKeyDirty(true);
@@ -76,6 +95,17 @@ TEST(ColumnClone, FlagsFollowTheSetterOrderAndTheEditorPositionIsDropped) {
     EXPECT_TRUE(clone->IsTimeStamp());
     EXPECT_EQ(clone->Field(), source.Field()); // the same field object, shared
     EXPECT_EQ(clone->Field_Name(), "cell_name");
+}
+
+TEST(ColumnClone, AStoredFieldReplacedByANewOneStaysReplaced) {
+    CDataSourcesColumn source;
+    source.setFieldDeleted(true);
+    source.setField(std::make_shared<FakeField>(0, "drops"));
+    source.setFieldAdded(true);
+    const auto clone = source.Clone();
+    EXPECT_TRUE(clone->FieldDeleted());
+    EXPECT_TRUE(clone->FieldAdded());
+    EXPECT_TRUE(clone->Dirty());
 }
 
 TEST(ColumnCollection, AddTrimsAndFindsByNameWithoutRegardToCase) {
@@ -135,6 +165,19 @@ TEST(ColumnCollection, AddItemCopiesIntoAStoredColumnButKeepsItsFlags) {
     update.setColumn_Name("B");
     EXPECT_TRUE(columns.AddItem(update));
     EXPECT_EQ(columns.Item("B")->ColPosition(), 0); // added as a clone
+}
+
+TEST(ColumnCollection, ClearLeavesNothingBehindUnderAnyKey) {
+    CDataSourcesColumns columns;
+    const auto a = columns.Add("A");
+    columns.Add("B");
+    columns.Clear();
+    EXPECT_EQ(columns.Count(), 0);
+    EXPECT_FALSE(columns.Exists("a"));
+    EXPECT_EQ(a.use_count(), 1) << "the collection holds no reference any more";
+    const auto again = columns.Add("a");
+    EXPECT_NE(again, a);
+    EXPECT_EQ(columns.Item(1), again);
 }
 
 TEST(ColumnCollection, PositionsCountDeletedColumnsAndCompareNamesExactly) {

@@ -224,6 +224,35 @@ TEST_F(ColumnSaveTest, AChangedFieldIsUpdatedWithItsTechnologies) {
                     }));
 }
 
+TEST_F(ColumnSaveTest, AClearedFieldIsUnmappedBeforeAFieldInItsPlaceIsCreated) {
+    query->editorPosition = false;
+    const auto cleared = stored("Cleared", 1, 1);
+    cleared->setFieldDeleted(true);
+    const auto replaced = stored("Replaced", 2, 2);
+    replaced->setFieldDeleted(true);
+    replaced->setField(newField("fresh"));
+    replaced->setFieldAdded(true);
+
+    ColumnSave::SaveColumns(columns);
+
+    EXPECT_EQ(query->log.mid(2),
+              (QStringList{
+                  "EXEC UPDATE eds_column SET col_name = 'Cleared', col_type = 'S', "
+                  "col_position = 1 WHERE col_id = 1",
+                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 1",
+                  "EXEC UPDATE eds_column SET col_name = 'Replaced', col_type = 'S', "
+                  "col_position = 2 WHERE col_id = 2",
+                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 2",
+                  "OPEN select field_group_id from qvd_field_group where field_group_short = 'EXT'",
+                  "CALL eds_client.createfield(integer:-, integer:42, integer:2, integer:3, "
+                  "string:fresh, string:desc, string:H1, string:H2, string:S, string:F, "
+                  "string:5, integer:5, integer:4, integer:9, integer:2)",
+              }));
+    // The dictionary field of a cleared column is the entity's: nothing deletes it.
+    EXPECT_TRUE(query->log.filter("qvd_field_def").isEmpty());
+    EXPECT_TRUE(query->log.filter("DeleteColumn").isEmpty());
+}
+
 TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveWithTheDatabaseMessage) {
     stored("A", 1, 1)->setDirty(true);
     stored("B", 2, 2)->setDirty(true);

@@ -77,6 +77,8 @@ TEST_F(StatementTest, FieldStatements) {
               "UPDATE qvd_field_def SET  field_desc = 'Dropped calls', field_aggregator = 4, "
               "datatype = 'I' WHERE field_id = 8");
     EXPECT_EQ(MSQL::DeleteFieldTechnologies(8), "DELETE FROM qvd_field_tech WHERE field_id = 8");
+    EXPECT_EQ(MSQL::DeleteFieldMapping(42, 9),
+              "DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 9");
     EXPECT_EQ(MSQL::ExternalFieldGroupQuery(),
               "select field_group_id from qvd_field_group where field_group_short = 'EXT'");
     EXPECT_EQ(MSQL::TemplatesUsingFieldQuery(8),

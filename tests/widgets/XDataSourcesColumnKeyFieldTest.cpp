@@ -184,6 +184,81 @@ TEST_F(ColumnKeyFieldTest, EditingAStoredKeyMarksItDirtyAndACancelStillReportsAC
     EXPECT_TRUE(enabled("DelKey"));
 }
 
+TEST_F(ColumnKeyFieldTest, AKeyChosenInThisEditKeepsItsTextWhenTheColumnIsRedrawn) {
+    openStoredDocument();
+    click(3, 4);
+    keySelectorAnswers(true);
+    trigger("Key");
+    click(1, 5);
+    app->modalHandlers.clear();
+    keySelectorAnswers(false, QStringLiteral("3"));
+    trigger("Key");
+    ASSERT_EQ(text(1, 5), "Cell: cell_name");
+
+    // Each move draws the moved column anew from its model.
+    trigger("Right");
+    click(3, 1);
+    trigger("Left");
+
+    EXPECT_EQ(columns->Item("C")->KeyFld_Name(), "Site: SiteId");
+    EXPECT_EQ(text(2, 1), "C");
+    EXPECT_EQ(text(2, 5), "Site: SiteId") << "a key added in this edit";
+    EXPECT_EQ(text(3, 1), "A");
+    EXPECT_EQ(text(3, 5), "Cell: cell_name") << "a stored key chosen again";
+}
+
+TEST_F(ColumnKeyFieldTest, ALoadedKeyShowsItsEntityWhenTheColumnIsRedrawn) {
+    openStoredDocument();
+    click(1, 1);
+    trigger("Right");
+    EXPECT_EQ(text(2, 5), "Cell: cell_name");
+}
+
+TEST_F(ColumnKeyFieldTest, ClearingAStoredFieldUnmapsItAndANewFieldMayTakeItsPlace) {
+    openStoredDocument();
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(b->Field(), nullptr);
+    EXPECT_TRUE(b->FieldDeleted());
+    EXPECT_TRUE(b->Dirty());
+
+    fieldEditorNames(QStringLiteral("Drops"));
+    trigger("Field");
+    EXPECT_TRUE(b->FieldAdded());
+    EXPECT_TRUE(b->FieldDeleted()) << "the stored field's mapping still goes";
+
+    app->inputAnswers = {"B2"};
+    trigger("ReName");
+    const ColumnPtr renamed = columns->Item("B2");
+    ASSERT_NE(renamed, nullptr);
+    EXPECT_TRUE(renamed->FieldAdded());
+    EXPECT_TRUE(renamed->FieldDeleted());
+
+    // Taking off the field added in this edit leaves the stored one unmapped.
+    trigger("DelField");
+    EXPECT_FALSE(renamed->FieldAdded());
+    EXPECT_TRUE(renamed->FieldDeleted());
+}
+
+TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnIsUnmapped) {
+    openStoredDocument();
+    click(3, 3);
+    fieldEditorNames(QStringLiteral("Drops"));
+    trigger("Field");
+    trigger("DelField");
+    EXPECT_FALSE(c->FieldDeleted()) << "the new field had no mapping";
+
+    // A new document has no stored mappings, whatever its columns say.
+    const auto fresh = std::make_shared<CDataSourcesColumns>();
+    const ColumnPtr copied = stored(*fresh, "D", 14, 1);
+    copied->setField(field(12, QStringLiteral("Volume")));
+    editor().InitNew(fresh);
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(copied->Field(), nullptr);
+    EXPECT_FALSE(copied->FieldDeleted());
+}
+
 TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
     editor().InitNew(columns);
     app->inputAnswers = {"Site"};
