@@ -56,14 +56,6 @@ TEST_F(OracleDialectBridgeTest, TheLibrarysColumnQueryBecomesLeftJoins) {
               text(selectList + joins + QStringLiteral(" a.col_position")));
 }
 
-TEST_F(OracleDialectBridgeTest, SelectUniqueBecomesSelectDistinct) {
-    EXPECT_EQ(translated(MSQL::TemplatesUsingFieldQuery(12)),
-              std::string("SELECT DISTINCT a.TemplateId FROM PM_TemplateField a, QVD_EDS_Def c "
-                          "WHERE a.Field_Id = c.Field_Id AND a.Field_Id = 12"));
-    EXPECT_EQ(translated("select unique x from t where t.y in (SELECT UNIQUE y FROM u)"),
-              "select DISTINCT x from t where t.y in (SELECT DISTINCT y FROM u)");
-}
-
 TEST_F(OracleDialectBridgeTest, StatementsWithoutOracleSyntaxPassUnchanged) {
     for (const QString& statement : QStringList{
              MSQL::AsciiSettingsQuery(5), MSQL::OdbcSettingsQuery(5), MSQL::FrequencyListQuery("T"),
@@ -75,8 +67,11 @@ TEST_F(OracleDialectBridgeTest, StatementsWithoutOracleSyntaxPassUnchanged) {
     }
 }
 
-TEST_F(OracleDialectBridgeTest, OuterJoinsOfEveryShapeBecomeAnsiJoins) {
+TEST_F(OracleDialectBridgeTest, UniqueAndOuterJoinsOfEveryShapeBecomeAnsi) {
     const Case cases[] = {
+        {"SELECT UNIQUE at any level",
+         "select unique x from t where t.y in (SELECT UNIQUE y FROM u)",
+         "select DISTINCT x from t where t.y in (SELECT DISTINCT y FROM u)"},
         {"several outer tables, an ordinary condition between them",
          "SELECT a.x, b.y, c.z FROM t1 a, t2 b, t3 c WHERE a.id = b.id(+) AND a.k = 5 AND "
          "c.id(+) = a.id AND c.kind(+) = 'K'",
