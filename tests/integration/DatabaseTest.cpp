@@ -2,6 +2,7 @@
 
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlConnection.h"
 
@@ -56,6 +57,16 @@ void PrintTo(const DatabaseTarget& target, std::ostream* out) {
         DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithoutEditorPosition},
         DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithEditorPosition},
         DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithoutEditorPosition});
+}
+
+std::string errorOf(const std::function<void()>& action) {
+    try {
+        action();
+    } catch (const Error& error) {
+        return error.message().toStdString();
+    }
+    ADD_FAILURE() << "no error was raised";
+    return {};
 }
 
 QString postgresConnection(const QString& database) {

@@ -8,6 +8,7 @@
 #include "tests/support/QtPrinters.h"
 
 #include <QTemporaryDir>
+#include <functional>
 #include <gtest/gtest.h>
 #include <memory>
 #include <ostream>
@@ -59,5 +60,8 @@ private:
 
 // The connection text of the throwaway PostgreSQL server, with another database name.
 QString postgresConnection(const QString& database);
+
+// The message of the Orvane::Error the action raises; a test failure when it raises none.
+std::string errorOf(const std::function<void()>& action);
 
 } // namespace Orvane::Testing

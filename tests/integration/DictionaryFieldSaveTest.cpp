@@ -17,19 +17,17 @@ protected:
         request.fieldId = fieldId;
         request.name = name;
         request.entityId = entityId;
-        request.appGroup = QStringLiteral("Traffic");
-        request.kind = QStringLiteral("X");
+        request.appGroup = "Traffic";
+        request.kind = "X";
         request.technologyMask = 3;
-        request.dataTypeCode = QStringLiteral("I");
+        request.dataTypeCode = "I";
         request.aggregationPairId = 1;
         request.ownerId = 7;
         request.savedAt = QDateTime(QDate(2024, 5, 31), QTime(13, 45));
         return request;
     }
 
-    std::shared_ptr<IField> field(qint32 id) {
-        return service->FieldById(QStringLiteral("Traffic"), id);
-    }
+    std::shared_ptr<IField> field(qint32 id) { return service->FieldById("Traffic", id); }
 
     QString text(const QString& statement) { return scalar(statement).toString().trimmed(); }
 };
@@ -39,56 +37,50 @@ INSTANTIATE_TEST_SUITE_P(Databases, DictionaryFieldSaveTest, AllDatabases(), tar
 TEST_P(DictionaryFieldSaveTest, StoredFieldIsWrittenAtOnce) {
     const auto attempts = field(4);
     ASSERT_TRUE(attempts);
-    FieldSaveRequest request = requestFor(4, QStringLiteral("  Call_Attempts_Total "));
-    request.description = QStringLiteral("All call set-up attempts, O'Brien's count");
-    request.heading1 = QStringLiteral("Calls");
-    request.heading2 = QStringLiteral("Tried");
+    FieldSaveRequest request = requestFor(4, "  Call_Attempts_Total ");
+    request.description = "All call set-up attempts, O'Brien's count";
+    request.heading1 = "Calls";
+    request.heading2 = "Tried";
     request.aggregationPairId = 2;
     request.technologyMask = 1 | 4;
-    request.dataTypeCode = QStringLiteral("F");
+    request.dataTypeCode = "F";
     request.style = 5;
     request.styleColour = 0x0000FF;
-    request.extraColumns = {{QStringLiteral("Counter"), QStringLiteral("pmCallAttemptsTotal")},
-                            {QStringLiteral("Vendor"), QString()},
-                            {QStringLiteral("Unit"), QString()}};
+    request.extraColumns = {
+        {"Counter", "pmCallAttemptsTotal"}, {"Vendor", QString()}, {"Unit", QString()}};
     QVariant result;
     ASSERT_TRUE(attempts->Save(request, result)) << attempts->LastError().description.toStdString();
     EXPECT_EQ(result, QVariant(4));
 
-    EXPECT_EQ(text(QStringLiteral("SELECT name v FROM qvd_dict_name WHERE field_id = 4")),
-              QStringLiteral("Call_Attempts_Total"));
-    EXPECT_EQ(text(QStringLiteral("SELECT field_desc v FROM qvd_field_def WHERE field_id = 4")),
+    EXPECT_EQ(text("SELECT name v FROM qvd_dict_name WHERE field_id = 4"), "Call_Attempts_Total");
+    EXPECT_EQ(text("SELECT field_desc v FROM qvd_field_def WHERE field_id = 4"),
               request.description);
-    EXPECT_EQ(count(QStringLiteral("qvd_field_def"),
-                    QStringLiteral("field_id = 4 AND field_aggregator = 2 AND datatype = 'F' AND "
-                                   "field_style = 5 AND style_colour = 255 AND owner_id = 7")),
+    EXPECT_EQ(count("qvd_field_def", "field_id = 4 AND field_aggregator = 2 AND datatype = 'F' AND "
+                                     "field_style = 5 AND style_colour = 255 AND owner_id = 7"),
               1);
-    EXPECT_EQ(count(QStringLiteral("qvd_field_tech"), QStringLiteral("field_id = 4")), 2);
-    EXPECT_EQ(
-        count(QStringLiteral("qvd_field_tech"), QStringLiteral("field_id = 4 AND tech_id = 3")), 1);
-    EXPECT_EQ(text(QStringLiteral("SELECT extra_value v FROM qvd_field_extra "
-                                  "WHERE field_id = 4 AND extra_column_id = 1")),
-              QStringLiteral("pmCallAttemptsTotal"));
-    EXPECT_EQ(count(QStringLiteral("qvd_field_extra"), QStringLiteral("field_id = 4")), 1);
+    EXPECT_EQ(count("qvd_field_tech", "field_id = 4"), 2);
+    EXPECT_EQ(count("qvd_field_tech", "field_id = 4 AND tech_id = 3"), 1);
+    EXPECT_EQ(text("SELECT extra_value v FROM qvd_field_extra "
+                   "WHERE field_id = 4 AND extra_column_id = 1"),
+              "pmCallAttemptsTotal");
+    EXPECT_EQ(count("qvd_field_extra", "field_id = 4"), 1);
     // A column not in use keeps its value, whatever the editor sends for it.
     QVariant seizureResult;
-    FieldSaveRequest seizures = requestFor(19, QStringLiteral("Seizures"), 8);
-    seizures.extraColumns = {{QStringLiteral("Unit"), QString()}};
+    FieldSaveRequest seizures = requestFor(19, "Seizures", 8);
+    seizures.extraColumns = {{"Unit", QString()}};
     ASSERT_TRUE(field(19)->Save(seizures, seizureResult));
-    EXPECT_EQ(count(QStringLiteral("qvd_field_extra"),
-                    QStringLiteral("field_id = 19 AND extra_value = 'count'")),
-              1);
+    EXPECT_EQ(count("qvd_field_extra", "field_id = 19 AND extra_value = 'count'"), 1);
 
     // The object holds what the dictionary now holds, as a fresh lookup reads it.
     const auto reread = field(4);
     for (const auto& object : {attempts, reread}) {
-        EXPECT_EQ(object->Field_Name(), QStringLiteral("Call_Attempts_Total"));
-        EXPECT_EQ(object->TimeAggregator(), QStringLiteral("Sum"));
-        EXPECT_EQ(object->ElementAggregator(), QStringLiteral("Average"));
-        EXPECT_EQ(object->Technologies(), QStringLiteral("GSM, LTE"));
+        EXPECT_EQ(object->Field_Name(), "Call_Attempts_Total");
+        EXPECT_EQ(object->TimeAggregator(), "Sum");
+        EXPECT_EQ(object->ElementAggregator(), "Average");
+        EXPECT_EQ(object->Technologies(), "GSM, LTE");
         EXPECT_EQ(object->TechnologyMask(), 5);
         EXPECT_EQ(object->StyleColour(), 0x0000FF);
-        EXPECT_EQ(object->ExtraColumnValue(QStringLiteral("Vendor")), QString());
+        EXPECT_EQ(object->ExtraColumnValue("Vendor"), QString());
     }
 }
 
@@ -96,20 +88,20 @@ TEST_P(DictionaryFieldSaveTest, TakenNamesAndRefusalsChangeNothing) {
     const auto attempts = field(4);
     QVariant result;
 
-    EXPECT_FALSE(attempts->Save(requestFor(4, QStringLiteral(" cell_NAME ")), result));
+    EXPECT_FALSE(attempts->Save(requestFor(4, " cell_NAME "), result));
     EXPECT_EQ(attempts->LastError().code, 2);
     EXPECT_TRUE(attempts->LastError().flag);
-    EXPECT_EQ(attempts->Field_Name(), QStringLiteral("Call_Attempts"));
+    EXPECT_EQ(attempts->Field_Name(), "Call_Attempts");
 
     // Its own name in another case is no clash; a name of another entity is none either.
-    EXPECT_TRUE(attempts->Save(requestFor(4, QStringLiteral("CALL_ATTEMPTS")), result));
-    EXPECT_TRUE(attempts->Save(requestFor(4, QStringLiteral("Site_Name")), result));
+    EXPECT_TRUE(attempts->Save(requestFor(4, "CALL_ATTEMPTS"), result));
+    EXPECT_TRUE(attempts->Save(requestFor(4, "Site_Name"), result));
 
-    FieldSaveRequest badType = requestFor(4, QStringLiteral("Other"));
+    FieldSaveRequest badType = requestFor(4, "Other");
     badType.dataTypeCode = QString();
-    FieldSaveRequest badPair = requestFor(4, QStringLiteral("Other"));
+    FieldSaveRequest badPair = requestFor(4, "Other");
     badPair.aggregationPairId = 99;
-    FieldSaveRequest badMask = requestFor(4, QStringLiteral("Other"));
+    FieldSaveRequest badMask = requestFor(4, "Other");
     badMask.technologyMask = 16;
     for (const FieldSaveRequest& request : {badType, badPair, badMask}) {
         EXPECT_FALSE(attempts->Save(request, result));
@@ -117,42 +109,41 @@ TEST_P(DictionaryFieldSaveTest, TakenNamesAndRefusalsChangeNothing) {
         EXPECT_FALSE(attempts->LastError().flag);
         EXPECT_FALSE(attempts->LastError().description.isEmpty());
     }
-    EXPECT_EQ(text(QStringLiteral("SELECT name v FROM qvd_dict_name WHERE field_id = 4")),
-              QStringLiteral("Site_Name"));
+    EXPECT_EQ(text("SELECT name v FROM qvd_dict_name WHERE field_id = 4"), "Site_Name");
 
     // A database error comes back with the database's message, and nothing of the save stays.
     const auto region = field(27);
-    db->ExecuteStatement(QStringLiteral("DELETE FROM qvd_field_def WHERE field_id = 27"));
-    EXPECT_FALSE(region->Save(requestFor(27, QStringLiteral("Region_Label"), 2), result));
+    db->ExecuteStatement("DELETE FROM qvd_field_def WHERE field_id = 27");
+    EXPECT_FALSE(region->Save(requestFor(27, "Region_Label", 2), result));
     EXPECT_EQ(region->LastError().code, 1);
     EXPECT_THAT(region->LastError().description.toStdString(), HasSubstr("27"));
-    EXPECT_EQ(region->Field_Name(), QStringLiteral("Region_Name"));
+    EXPECT_EQ(region->Field_Name(), "Region_Name");
 }
 
 TEST_P(DictionaryFieldSaveTest, NewFieldIsKeptUntilTheDocumentCreatesIt) {
     const auto fresh = service->NewField();
     QVariant result;
-    FieldSaveRequest request = requestFor(0, QStringLiteral(" TG_Overflow_Rate "), 8);
+    FieldSaveRequest request = requestFor(0, " TG_Overflow_Rate ", 8);
     request.aggregationPairId = 22;
     request.technologyMask = 2;
-    request.heading1 = QStringLiteral("Overflow");
+    request.heading1 = "Overflow";
     ASSERT_TRUE(fresh->Save(request, result)) << fresh->LastError().description.toStdString();
     EXPECT_EQ(result, QVariant(0));
-    EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("entity_id = 8")), 5);
+    EXPECT_EQ(count("qvd_dict_name", "entity_id = 8"), 5);
     EXPECT_EQ(fresh->Field_Id(), 0);
-    EXPECT_EQ(fresh->Field_Name(), QStringLiteral("TG_Overflow_Rate"));
-    EXPECT_EQ(fresh->Entity_Label(), QStringLiteral("Trunk Group"));
-    EXPECT_EQ(fresh->TimeAggregator(), QStringLiteral("Average"));
+    EXPECT_EQ(fresh->Field_Name(), "TG_Overflow_Rate");
+    EXPECT_EQ(fresh->Entity_Label(), "Trunk Group");
+    EXPECT_EQ(fresh->TimeAggregator(), "Average");
     EXPECT_EQ(fresh->ElementAggregator(), QString());
-    EXPECT_EQ(fresh->Technologies(), QStringLiteral("UMTS"));
+    EXPECT_EQ(fresh->Technologies(), "UMTS");
 
-    EXPECT_FALSE(fresh->Save(requestFor(0, QStringLiteral("seizures"), 8), result));
+    EXPECT_FALSE(fresh->Save(requestFor(0, "seizures", 8), result));
     EXPECT_EQ(fresh->LastError().code, 2);
-    EXPECT_FALSE(fresh->Save(requestFor(0, QStringLiteral("Anything"), 99), result));
+    EXPECT_FALSE(fresh->Save(requestFor(0, "Anything", 99), result));
     EXPECT_EQ(fresh->LastError().code, 1);
     // A new object cannot claim a stored field.
-    EXPECT_FALSE(fresh->Save(requestFor(4, QStringLiteral("Anything")), result));
-    EXPECT_EQ(fresh->Field_Name(), QStringLiteral("TG_Overflow_Rate"));
+    EXPECT_FALSE(fresh->Save(requestFor(4, "Anything"), result));
+    EXPECT_EQ(fresh->Field_Name(), "TG_Overflow_Rate");
 }
 
 } // namespace Orvane::Testing

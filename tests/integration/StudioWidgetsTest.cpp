@@ -1,6 +1,3 @@
-#include "orvane/dialogs/FSelectEntityTree.h"
-#include "orvane/dialogs/fFieldInfo.h"
-#include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
 #include "studio/widgets/TechnologiesChecklist.h"
 #include "studio/widgets/TemplateTree.h"
@@ -8,9 +5,6 @@
 #include "tests/support/QtPrinters.h"
 
 #include <QCheckBox>
-#include <QComboBox>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QTreeWidget>
 
@@ -49,54 +43,48 @@ TEST_P(StudioWidgetsTest, TreeOfEntitiesFollowsTheNetwork) {
     Studio::TemplateTree tree(*service);
     tree.setMode(2);
     tree.setShowFields(0);
-    tree.LoadTree(QStringLiteral("System"), QStringLiteral("Traffic"));
+    tree.LoadTree("System", "Traffic");
     QTreeWidget& view = *tree.tvwTemplate;
-    EXPECT_EQ(shownChildren(view), QStringList{QStringLiteral("Network")});
-    QTreeWidgetItem* site = findItem(view, QStringLiteral("Site"));
+    EXPECT_EQ(shownChildren(view), QStringList{"Network"});
+    QTreeWidgetItem* site = findItem(view, "Site");
     ASSERT_TRUE(site);
     EXPECT_EQ(shownChildren(view, site),
-              QStringList({QStringLiteral("Cell"), QStringLiteral("LTE Base Station"),
-                           QStringLiteral("NR Base Station")}));
-    EXPECT_EQ(view.findItems(QStringLiteral("*"), Qt::MatchWildcard | Qt::MatchRecursive).size(),
-              10);
+              QStringList({"Cell", "LTE Base Station", "NR Base Station"}));
+    EXPECT_EQ(view.findItems("*", Qt::MatchWildcard | Qt::MatchRecursive).size(), 10);
 
     EXPECT_EQ(tree.SelectedKey(), QString());
     tree.SelectItem(8);
-    EXPECT_EQ(tree.SelectedKey(), QStringLiteral("8"));
+    EXPECT_EQ(tree.SelectedKey(), "8");
     EXPECT_TRUE(tree.SelectedFields().isEmpty());
 
     // A schema naming an entity keeps that entity and the ones above it.
-    tree.LoadTree(QStringLiteral("cell"), QStringLiteral("Traffic"));
-    EXPECT_EQ(view.findItems(QStringLiteral("*"), Qt::MatchWildcard | Qt::MatchRecursive).size(),
-              4);
-    EXPECT_TRUE(findItem(view, QStringLiteral("Cell")));
-    EXPECT_FALSE(findItem(view, QStringLiteral("Trunk Group")));
+    tree.LoadTree("cell", "Traffic");
+    EXPECT_EQ(view.findItems("*", Qt::MatchWildcard | Qt::MatchRecursive).size(), 4);
+    EXPECT_TRUE(findItem(view, "Cell"));
+    EXPECT_FALSE(findItem(view, "Trunk Group"));
 }
 
 TEST_P(StudioWidgetsTest, FieldsFilterSelectAndChoose) {
     Studio::TemplateTree tree(*service);
     tree.setMode(0);
     tree.setShowFields(1);
-    tree.LoadTree(QStringLiteral("System"), QStringLiteral("Traffic"));
-    tree.setFieldTypeFilter(service->FieldTypeMask(QStringLiteral("External"), QString()));
+    tree.LoadTree("System", "Traffic");
+    tree.setFieldTypeFilter(service->FieldTypeMask("External", QString()));
     QTreeWidget& view = *tree.tvwTemplate;
-    QTreeWidgetItem* cell = findItem(view, QStringLiteral("Cell"));
+    QTreeWidgetItem* cell = findItem(view, "Cell");
     ASSERT_TRUE(cell);
     EXPECT_EQ(shownChildren(view, cell),
-              QStringList({QStringLiteral("Call_Attempts"), QStringLiteral("Cell_Name"),
-                           QStringLiteral("CI"), QStringLiteral("Dropped_Calls"),
-                           QStringLiteral("HO_Attempts"), QStringLiteral("RRC_Setup_Success")}));
+              QStringList({"Call_Attempts", "Cell_Name", "CI", "Dropped_Calls", "HO_Attempts",
+                           "RRC_Setup_Success"}));
 
     tree.SelectItem(28);
-    EXPECT_EQ(tree.SelectedKey(), QStringLiteral("7"));
+    EXPECT_EQ(tree.SelectedKey(), "7");
     ASSERT_EQ(tree.SelectedFields().size(), 1);
-    EXPECT_EQ(tree.SelectedFields().first()->Field_Name(), QStringLiteral("HO_Attempts"));
+    EXPECT_EQ(tree.SelectedFields().first()->Field_Name(), "HO_Attempts");
 
     // LTE hides the GSM/UMTS handover field, which loses the selection.
-    tree.setTechTypeFilter(service->TechnologyType(QStringLiteral("LTE")));
-    EXPECT_EQ(shownChildren(view, cell),
-              QStringList({QStringLiteral("Cell_Name"), QStringLiteral("CI"),
-                           QStringLiteral("RRC_Setup_Success")}));
+    tree.setTechTypeFilter(service->TechnologyType("LTE"));
+    EXPECT_EQ(shownChildren(view, cell), QStringList({"Cell_Name", "CI", "RRC_Setup_Success"}));
     EXPECT_TRUE(tree.SelectedFields().isEmpty());
     tree.SelectItem(28);
     EXPECT_TRUE(tree.SelectedFields().isEmpty());
@@ -106,45 +94,23 @@ TEST_P(StudioWidgetsTest, FieldsFilterSelectAndChoose) {
                      [&](const std::shared_ptr<IField>& field, const QString& key) {
                          chosen.append({field->Field_Id(), key});
                      });
-    QTreeWidgetItem* name = findItem(view, QStringLiteral("Cell_Name"));
+    QTreeWidgetItem* name = findItem(view, "Cell_Name");
     ASSERT_TRUE(name);
     emit view.itemDoubleClicked(name, 0);
     emit view.itemDoubleClicked(cell, 0);
-    EXPECT_EQ(chosen, (QList<std::pair<qint32, QString>>{{1, QStringLiteral("7")}}));
-}
-
-// The library's selector on the studio's tree and dictionary, as the key selector opens it.
-TEST_P(StudioWidgetsTest, EntitySelectorOnTheStudioTree) {
-    FSelectEntityTree keys;
-    keys.Initialize(QStringLiteral("Select Key Field"), 0, QStringLiteral("Cell"), 1);
-    ASSERT_TRUE(dynamic_cast<Studio::TemplateTree*>(keys.tpl));
-    EXPECT_EQ(keys.cboTypeFilter->currentText(), QStringLiteral("External"));
-    EXPECT_EQ(keys.cboTechTypeFilter->currentText(), QStringLiteral("All"));
-    keys.cmdButton[1]->click();
-    ASSERT_TRUE(keys.Ok());
-    EXPECT_EQ(keys.FieldCategory()->Entity_Id(), 7);
-    EXPECT_EQ(keys.Field()->Field_Name(), QStringLiteral("Cell_Name"));
-
-    FSelectEntityTree entities;
-    entities.Initialize(QStringLiteral("Select Entity for this Data Source"), 2,
-                        QStringLiteral("System"), 0);
-    entities.tpl->SelectItem(2);
-    entities.cmdButton[1]->click();
-    EXPECT_FALSE(entities.Ok());
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes.first().title, QStringLiteral("Select Entity"));
+    EXPECT_EQ(chosen, (QList<std::pair<qint32, QString>>{{1, "7"}}));
 }
 
 TEST_P(StudioWidgetsTest, ChecklistHoldsTheDictionaryTechnologies) {
     Studio::TechnologiesChecklist checklist(*service);
     ASSERT_EQ(checklist.chkTechnology.size(), 4);
-    EXPECT_EQ(checklist.chkTechnology[2]->objectName(), QStringLiteral("chkTechnology(2)"));
-    EXPECT_EQ(checklist.chkTechnology[2]->text(), QStringLiteral("LTE"));
+    EXPECT_EQ(checklist.chkTechnology[2]->objectName(), "chkTechnology(2)");
+    EXPECT_EQ(checklist.chkTechnology[2]->text(), "LTE");
 
     QSignalSpy changed(&checklist, &XTechnologies::Changed);
-    checklist.setTechnologies(QStringLiteral(" lte,GSM , WiMAX"));
+    checklist.setTechnologies(" lte,GSM , WiMAX");
     EXPECT_EQ(checklist.TechnologyMask(), 5);
-    EXPECT_EQ(checklist.Technologies(), QStringLiteral("GSM, LTE"));
+    EXPECT_EQ(checklist.Technologies(), "GSM, LTE");
     EXPECT_EQ(changed.size(), 0);
 
     checklist.chkTechnology[1]->click();
@@ -152,38 +118,16 @@ TEST_P(StudioWidgetsTest, ChecklistHoldsTheDictionaryTechnologies) {
     EXPECT_EQ(checklist.TechnologyMask(), 7);
     checklist.chkTechnology[0]->click();
     EXPECT_EQ(changed.size(), 2);
-    EXPECT_EQ(checklist.Technologies(), QStringLiteral("UMTS, LTE"));
+    EXPECT_EQ(checklist.Technologies(), "UMTS, LTE");
 
     // A technology added to the dictionary appears on the next Initialize; the checks stay.
-    db->ExecuteStatement(QStringLiteral("INSERT INTO qvd_technology (tech_id, tech_name, tech_bit) "
-                                        "VALUES (5, '6G', 16)"));
+    db->ExecuteStatement("INSERT INTO qvd_technology (tech_id, tech_name, tech_bit) "
+                         "VALUES (5, '6G', 16)");
     checklist.Initialize();
     ASSERT_EQ(checklist.chkTechnology.size(), 5);
     EXPECT_EQ(checklist.TechnologyMask(), 6);
     checklist.setTechnologies(QString());
     EXPECT_EQ(checklist.TechnologyMask(), 0);
-}
-
-// The field editor on a stored field: the studio's checklist shows its technologies and the
-// save goes to the dictionary at once.
-TEST_P(StudioWidgetsTest, FieldEditorSavesAStoredField) {
-    const auto attempts = service->FieldById(QStringLiteral("Traffic"), 4);
-    fFieldInfo editor;
-    editor.InitializeForNew(service->EntityById(7), QStringLiteral("Integer"), attempts);
-    auto* checklist = dynamic_cast<Studio::TechnologiesChecklist*>(editor.xTech);
-    ASSERT_TRUE(checklist);
-    EXPECT_EQ(checklist->TechnologyMask(), 3);
-    editor.txtDescription->setText(QStringLiteral("Attempts, all kinds"));
-    checklist->chkTechnology[3]->click();
-    editor.cmdOk->click();
-    ASSERT_TRUE(editor.Ok()) << (app->msgBoxes.isEmpty()
-                                     ? ""
-                                     : app->msgBoxes.last().prompt.toStdString());
-    EXPECT_EQ(count(QStringLiteral("qvd_field_def"),
-                    QStringLiteral("field_id = 4 AND field_desc = 'Attempts, all kinds'")),
-              1);
-    EXPECT_EQ(count(QStringLiteral("qvd_field_tech"), QStringLiteral("field_id = 4")), 3);
-    EXPECT_EQ(attempts->Technologies(), QStringLiteral("GSM, UMTS, NR"));
 }
 
 } // namespace Orvane::Testing

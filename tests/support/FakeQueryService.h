@@ -28,8 +28,7 @@ public:
     QHash<QString, QVariant> procedureResults;
 
     QStringList log;
-    QList<QList<ProcedureParameter>> procedureParameters; // one entry per CALL, in order
-    QStringList executed() const;                         // only the EXEC statements
+    QStringList executed() const; // only the EXEC statements
     void clearLog();
 
     std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,

@@ -117,7 +117,15 @@ TEST_F(DataSourcesDataTest, AnotherTypeLoadsNoSettingsAndAMissingRowKeepsThePrev
     EXPECT_EQ(doc.FileName(), "kept");
 }
 
-TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialog) {
+TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialogOrIsCancelled) {
+    CDataSourcesData cancelled; // no dialog handler: the entity dialog is cancelled
+    const auto before = cancelled.Columns();
+    EXPECT_FALSE(cancelled.InitNew(ascii));
+    EXPECT_FALSE(cancelled.IsNew());
+    EXPECT_EQ(cancelled.Entity(), nullptr);
+    EXPECT_NE(cancelled.Columns(), before); // a new, empty collection stays in place
+    EXPECT_EQ(cancelled.Columns()->Count(), 0);
+
     app->modalHandlers.push_back([](QDialog& dialog) {
         auto& selector = dynamic_cast<FSelectEntityTree&>(dialog);
         EXPECT_EQ(selector.windowTitle(), "Select Entity for this Data Source");
@@ -132,17 +140,7 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialog) {
     EXPECT_TRUE(doc.IsNew());
     EXPECT_EQ(doc.Entity(), cell);
     EXPECT_EQ(doc.Columns()->Entity(), cell);
-    EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
-}
-
-TEST_F(DataSourcesDataTest, CancellingTheEntityDialogCancelsTheNewDocument) {
-    CDataSourcesData doc;
-    const auto before = doc.Columns();
-    EXPECT_FALSE(doc.InitNew(ascii));
-    EXPECT_FALSE(doc.IsNew());
-    EXPECT_EQ(doc.Entity(), nullptr);
-    EXPECT_NE(doc.Columns(), before); // a new, empty collection stays in place
-    EXPECT_EQ(doc.Columns()->Count(), 0);
+    EXPECT_EQ(app->modalShown, QStringList({"FSelectEntityTree", "FSelectEntityTree"}));
 }
 
 TEST_F(DataSourcesDataTest, SaveDataChoosesThePathAndReloadsTheEntity) {

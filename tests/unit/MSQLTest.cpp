@@ -53,12 +53,10 @@ INSTANTIATE_TEST_SUITE_P(SchemaForms, MSQLTest, ::testing::Bool(), [](const auto
 
 using StatementTest = FakeHostTest;
 
-TEST_F(StatementTest, SettingsQueriesPutNoBlankBeforeTheId) {
+TEST_F(StatementTest, SettingsPositionAndKeyStatements) {
+    // The settings queries put no blank before the id.
     EXPECT_EQ(MSQL::AsciiSettingsQuery(17), "SELECT * FROM eds_ascii_file WHERE eds_id =17");
     EXPECT_EQ(MSQL::OdbcSettingsQuery(17), "SELECT * FROM eds_odbc_file WHERE eds_id =17");
-}
-
-TEST_F(StatementTest, PositionAndKeyStatements) {
     EXPECT_EQ(MSQL::MoveColumn(9, -2), "UPDATE eds_column SET col_position = -2 WHERE col_id = 9");
     EXPECT_EQ(MSQL::MoveColumnInEditor(9, -2),
               "UPDATE eds_column SET editor_position = -2 WHERE col_id = 9");
@@ -84,6 +82,10 @@ TEST_F(StatementTest, FieldStatements) {
     EXPECT_EQ(MSQL::TemplatesUsingFieldQuery(8),
               "SELECT UNIQUE a.TemplateId FROM PM_TemplateField a, QVD_EDS_Def c "
               "WHERE a.Field_Id = c.Field_Id AND a.Field_Id = 8");
+    // The orientation is quoted through the query service.
+    EXPECT_EQ(MSQL::FrequencyListQuery("T"),
+              "SELECT DISTINCT a.frequency_id,a.description FROM qv_frequency a, pm_groupby b "
+              "WHERE b.orientation = 'T' AND a.frequency_id=b.frequency_id");
 }
 
 TEST_F(StatementTest, FieldNameInUseTrimsUpperCasesAndExcludesOnlyAStoredField) {
@@ -97,12 +99,6 @@ TEST_F(StatementTest, FieldNameInUseTrimsUpperCasesAndExcludesOnlyAStoredField) 
     EXPECT_EQ(
         MSQL::FieldNameInUseQuery(3, "o'x", 0),
         "SELECT field_id FROM QVD_DICT_FIELD WHERE entity_id = 3 AND UPPER(field_name) = 'O'X'");
-}
-
-TEST_F(StatementTest, FrequencyListQuotesTheOrientationThroughTheQueryService) {
-    EXPECT_EQ(MSQL::FrequencyListQuery("T"),
-              "SELECT DISTINCT a.frequency_id,a.description FROM qv_frequency a, pm_groupby b "
-              "WHERE b.orientation = 'T' AND a.frequency_id=b.frequency_id");
 }
 
 } // namespace

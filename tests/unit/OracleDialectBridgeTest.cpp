@@ -33,17 +33,17 @@ class OracleDialectBridgeTest : public FakeHostTest {};
 
 TEST_F(OracleDialectBridgeTest, TheLibrarysColumnQueryBecomesLeftJoins) {
     const QString joins =
-        QStringLiteral(" FROM eds_column a"
-                       " LEFT JOIN qvd_eds_def b ON b.col_id = a.col_id AND b.eds_id = a.eds_id"
-                       " LEFT JOIN eds_primarykey e ON e.eds_id = a.eds_id AND e.col_id = a.col_id"
-                       " LEFT JOIN qvd_dict_name f ON e.field_id = f.field_id"
-                       " LEFT JOIN qvn_entity g ON f.entity_id = g.entity_id"
-                       " WHERE a.EDS_Id = 7 ORDER BY");
+        " FROM eds_column a"
+        " LEFT JOIN qvd_eds_def b ON b.col_id = a.col_id AND b.eds_id = a.eds_id"
+        " LEFT JOIN eds_primarykey e ON e.eds_id = a.eds_id AND e.col_id = a.col_id"
+        " LEFT JOIN qvd_dict_name f ON e.field_id = f.field_id"
+        " LEFT JOIN qvn_entity g ON f.entity_id = g.entity_id"
+        " WHERE a.EDS_Id = 7 ORDER BY";
     const QString selectList =
-        QStringLiteral("SELECT a.col_id, a.col_name, a.col_type, a.col_position, b.Field_id, "
-                       "e.pk_id, e.field_id pkFld_id, e.ordinal, f.entity_id pkEntity_id, "
-                       "f.name pkFld_name, g.entity_name pkEntity_name, "
-                       "g.entity_label pkEntity_label, a.is_timestamp TimeStamp");
+        "SELECT a.col_id, a.col_name, a.col_type, a.col_position, b.Field_id, "
+        "e.pk_id, e.field_id pkFld_id, e.ordinal, f.entity_id pkEntity_id, "
+        "f.name pkFld_name, g.entity_name pkEntity_name, "
+        "g.entity_label pkEntity_label, a.is_timestamp TimeStamp";
 
     const QString current = MSQL::ColumnQuery(7);
     const std::string ansi = translated(current);
@@ -56,29 +56,22 @@ TEST_F(OracleDialectBridgeTest, TheLibrarysColumnQueryBecomesLeftJoins) {
               text(selectList + joins + QStringLiteral(" a.col_position")));
 }
 
-TEST_F(OracleDialectBridgeTest, SelectUniqueBecomesSelectDistinct) {
-    EXPECT_EQ(translated(MSQL::TemplatesUsingFieldQuery(12)),
-              std::string("SELECT DISTINCT a.TemplateId FROM PM_TemplateField a, QVD_EDS_Def c "
-                          "WHERE a.Field_Id = c.Field_Id AND a.Field_Id = 12"));
-    EXPECT_EQ(
-        translated(QStringLiteral("select unique x from t where t.y in (SELECT UNIQUE y FROM u)")),
-        "select DISTINCT x from t where t.y in (SELECT DISTINCT y FROM u)");
-}
-
 TEST_F(OracleDialectBridgeTest, StatementsWithoutOracleSyntaxPassUnchanged) {
-    for (const QString& statement :
-         {MSQL::AsciiSettingsQuery(5), MSQL::OdbcSettingsQuery(5),
-          MSQL::FrequencyListQuery(QStringLiteral("T")), MSQL::InsertKey(1, 2, 3, 4, 5),
-          MSQL::UpdateColumn(3, QStringLiteral("x"), QStringLiteral("S"), 1, 1),
-          MSQL::ExternalFieldGroupQuery(), MSQL::FieldNameInUseQuery(7, QStringLiteral("Name"), 3),
-          QStringLiteral("INSERT INTO t VALUES('a.x(+) = b.y', 'SELECT UNIQUE', \"q(+)\") -- (+)"),
-          QStringLiteral("  /* SELECT UNIQUE */ SELECT unique_id FROM t  ")}) {
+    for (const QString& statement : QStringList{
+             MSQL::AsciiSettingsQuery(5), MSQL::OdbcSettingsQuery(5), MSQL::FrequencyListQuery("T"),
+             MSQL::InsertKey(1, 2, 3, 4, 5), MSQL::UpdateColumn(3, "x", "S", 1, 1),
+             MSQL::ExternalFieldGroupQuery(), MSQL::FieldNameInUseQuery(7, "Name", 3),
+             "INSERT INTO t VALUES('a.x(+) = b.y', 'SELECT UNIQUE', \"q(+)\") -- (+)",
+             "  /* SELECT UNIQUE */ SELECT unique_id FROM t  "}) {
         EXPECT_EQ(translated(statement), text(statement));
     }
 }
 
-TEST_F(OracleDialectBridgeTest, OuterJoinsOfEveryShapeBecomeAnsiJoins) {
+TEST_F(OracleDialectBridgeTest, UniqueAndOuterJoinsOfEveryShapeBecomeAnsi) {
     const Case cases[] = {
+        {"SELECT UNIQUE at any level",
+         "select unique x from t where t.y in (SELECT UNIQUE y FROM u)",
+         "select DISTINCT x from t where t.y in (SELECT DISTINCT y FROM u)"},
         {"several outer tables, an ordinary condition between them",
          "SELECT a.x, b.y, c.z FROM t1 a, t2 b, t3 c WHERE a.id = b.id(+) AND a.k = 5 AND "
          "c.id(+) = a.id AND c.kind(+) = 'K'",

@@ -19,12 +19,21 @@ protected:
     FSelectEntityTree dialog;
 };
 
-TEST_F(FSelectEntityTreeTest, EntityModeClosesWithNoField) {
+TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClosesWithNoField) {
     dialog.Initialize("Select Entity for this Data Source", 2, "System", 0);
     EXPECT_TRUE(dialog.EntityOnly());
     EXPECT_EQ(tree()->showFields, 0);
     EXPECT_TRUE(dialog.cboTypeFilter->isHidden());
     EXPECT_EQ(tree()->treeOwner, "system");
+    tree()->selectedKey = "4";
+    dialog.cmdButton[1]->click();
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes[0].prompt, "Selected Entity is not allowed to be used for external "
+                                       "data\r\nPlease select another Entity");
+    EXPECT_EQ(app->msgBoxes[0].title, "Select Entity");
+    EXPECT_EQ(dialog.FieldCategory(), nullptr);
+    EXPECT_FALSE(dialog.Ok());
+
     tree()->selectedKey = "3";
     tree()->selectedFields = {std::make_shared<FakeField>(8, "drops")};
     dialog.cmdButton[1]->click();
@@ -34,7 +43,7 @@ TEST_F(FSelectEntityTreeTest, EntityModeClosesWithNoField) {
     EXPECT_EQ(dialog.Field(), nullptr);
 }
 
-TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndStaysOpen) {
+TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndCancelLeavesOkFalse) {
     dialog.Initialize("Select Key Field", 0, "Cell", 8);
     EXPECT_EQ(tree()->showFields, 1);
     EXPECT_EQ(tree()->selectedItem, 8);
@@ -52,17 +61,6 @@ TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndStaysOpen
 
     dialog.cboTechTypeFilter->setCurrentText("LTE");
     EXPECT_EQ(tree()->techTypeFilter, QVariant(2));
-}
-
-TEST_F(FSelectEntityTreeTest, ARefusedEntityKeepsTheDialogOpenAndCancelLeavesOkFalse) {
-    dialog.Initialize("Select Entity for this Data Source", 2, "System", 0);
-    tree()->selectedKey = "4";
-    dialog.cmdButton[1]->click();
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, "Selected Entity is not allowed to be used for external "
-                                       "data\r\nPlease select another Entity");
-    EXPECT_EQ(app->msgBoxes[0].title, "Select Entity");
-    EXPECT_EQ(dialog.FieldCategory(), nullptr);
     dialog.cmdButton[0]->click();
     EXPECT_FALSE(dialog.Ok());
     EXPECT_EQ(dialog.result(), QDialog::Rejected);

@@ -1,7 +1,6 @@
 #include "orvane/editors/XDataSourcesODBC.h"
-#include "tests/support/FakeHost.h"
+#include "tests/widgets/SettingsEditorFixture.h"
 
-#include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -13,29 +12,10 @@
 namespace Orvane::Testing {
 namespace {
 
-class XDataSourcesODBCTest : public FakeHostTest {
+class XDataSourcesODBCTest : public SettingsEditorFixture {
 protected:
-    XDataSourcesODBCTest() {
-        query->Answer(QStringLiteral("qv_frequency"),
-                      {{{"frequency_id", 15}, {"Description", "15 Minutes"}},
-                       {{"frequency_id", 60}, {"Description", "Hourly"}}});
-    }
-
-    void showActive() {
-        odbc.show();
-        odbc.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&odbc));
-    }
-
     void expectFailure(const QString& message, const QString& title, QWidget* focus) {
-        app->msgBoxes.clear();
-        EXPECT_FALSE(odbc.IsValid(QStringLiteral("ODBC")));
-        ASSERT_EQ(app->msgBoxes.size(), 1);
-        EXPECT_EQ(app->msgBoxes[0].prompt, message);
-        EXPECT_EQ(app->msgBoxes[0].title, title);
-        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-        EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::OKOnly);
-        EXPECT_EQ(QApplication::focusWidget(), focus) << title.toStdString();
+        expectInvalid(odbc, "ODBC", message, title, focus);
     }
 
     QList<QLineEdit*> textBoxes() const {
@@ -47,19 +27,11 @@ protected:
     QSignalSpy changes{&odbc, &XDataSourcesODBC::dsgChange};
 };
 
-// Names joined into one string, so that a failure prints readably.
-std::string namesOf(const QObject* parent, const QString& filter = QString()) {
-    QStringList names;
-    for (const QObject* child : parent->children())
-        names << child->objectName();
-    return names.filter(filter).join(QLatin1Char(' ')).toStdString();
-}
-
 TEST_F(XDataSourcesODBCTest, ControlsInTheirOrderWithCaptions) {
-    EXPECT_EQ(namesOf(&odbc), "fraDatabase lblTable lblDatabase lblServer fraLogin lblPass "
-                              "lblUser ckTimeSeries cboFrequency lblFreq");
-    EXPECT_EQ(namesOf(odbc.fraDatabase, "txt"), "txtDB_Table txtDB_Database txtDB_Server");
-    EXPECT_EQ(namesOf(odbc.fraLogin, "txt"), "txtDB_Password txtDB_UserId");
+    EXPECT_EQ(childNames(&odbc), "fraDatabase lblTable lblDatabase lblServer fraLogin lblPass "
+                                 "lblUser ckTimeSeries cboFrequency lblFreq");
+    EXPECT_EQ(childNames(odbc.fraDatabase, "txt"), "txtDB_Table txtDB_Database txtDB_Server");
+    EXPECT_EQ(childNames(odbc.fraLogin, "txt"), "txtDB_Password txtDB_UserId");
     EXPECT_EQ(odbc.fraDatabase->title(), "Source");
     EXPECT_EQ(odbc.fraLogin->title(), "Login");
     EXPECT_EQ(odbc.lblTable->text(), "Table:");
@@ -75,7 +47,7 @@ TEST_F(XDataSourcesODBCTest, ControlsInTheirOrderWithCaptions) {
 
 TEST_F(XDataSourcesODBCTest, TabMovesDownTheScreen) {
     odbc.InitializeDefaults();
-    showActive();
+    showActive(odbc);
     odbc.txtDB_Server->setFocus();
     QStringList visited;
     for (int i = 0; i < 6; ++i) {
@@ -88,7 +60,7 @@ TEST_F(XDataSourcesODBCTest, TabMovesDownTheScreen) {
 
 TEST_F(XDataSourcesODBCTest, DefaultsCheckTheBoxSelectTheFirstFrequencyAndEmptyTheBoxes) {
     for (QLineEdit* textBox : textBoxes())
-        textBox->setText(QStringLiteral("old"));
+        textBox->setText("old");
     changes.clear();
     odbc.InitializeDefaults();
     EXPECT_TRUE(odbc.IsTimeSeries());
@@ -100,8 +72,7 @@ TEST_F(XDataSourcesODBCTest, DefaultsCheckTheBoxSelectTheFirstFrequencyAndEmptyT
 }
 
 TEST_F(XDataSourcesODBCTest, InitializeIsSilentAndEachLaterEditReportsOnce) {
-    odbc.Initialize(true, 60, QStringLiteral(" srv "), QStringLiteral("pm"),
-                    QStringLiteral("counters"), QStringLiteral("scott"), QStringLiteral(" tiger "));
+    odbc.Initialize(true, 60, " srv ", "pm", "counters", "scott", " tiger ");
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(odbc.txtDB_Server->text(), "srv");
     EXPECT_EQ(odbc.Database(), "pm");
@@ -124,41 +95,29 @@ TEST_F(XDataSourcesODBCTest, InitializeIsSilentAndEachLaterEditReportsOnce) {
 }
 
 TEST_F(XDataSourcesODBCTest, IsValidReportsFrequencyThenTableThenServer) {
-    odbc.Initialize(true, 999, QString(), QStringLiteral("pm"), QString(), QString(), QString());
-    showActive();
+    odbc.Initialize(true, 999, QString(), "pm", QString(), QString(), QString());
+    showActive(odbc);
 
     expectFailure("A time series frequency must be selected", "ODBC: Frequency Selection Missing",
                   odbc.cboFrequency);
     odbc.setFrequency(15);
     expectFailure("Please enter Table", "ODBC: Required Information is Missing", odbc.txtDB_Table);
-    odbc.setTable(QStringLiteral("counters"));
+    odbc.setTable("counters");
     expectFailure("Please enter Server", "ODBC: Required Information is Missing",
                   odbc.txtDB_Server);
 
-    odbc.txtDB_Server->setText(QStringLiteral("   "));
+    odbc.txtDB_Server->setText("   ");
     odbc.ckTimeSeries->click();
     odbc.cboFrequency->setCurrentIndex(-1);
     app->msgBoxes.clear();
-    EXPECT_TRUE(odbc.IsValid(QStringLiteral("ODBC")));
+    EXPECT_TRUE(odbc.IsValid("ODBC"));
     EXPECT_TRUE(app->msgBoxes.isEmpty());
     EXPECT_EQ(odbc.Server(), "");
 }
 
-TEST_F(XDataSourcesODBCTest, InitializeLeavesTheFrequencyBoxEnabledUntilTheBoxIsClicked) {
-    odbc.Initialize(false, 15, QStringLiteral("srv"), QString(), QStringLiteral("t"), QString(),
-                    QString());
-    EXPECT_FALSE(odbc.IsTimeSeries());
-    EXPECT_EQ(odbc.cboFrequency->currentIndex(), -1);
-    EXPECT_TRUE(odbc.cboFrequency->isEnabled());
-    odbc.ckTimeSeries->click();
-    odbc.ckTimeSeries->click();
-    EXPECT_FALSE(odbc.cboFrequency->isEnabled());
-}
-
-TEST_F(XDataSourcesODBCTest, EditPermissionDisablesInputsButNotLabelsOrFrames) {
+TEST_F(XDataSourcesODBCTest, EditPermissionGovernsInputsButNotLabelsOrFrames) {
     app->editPermission = false;
-    odbc.Initialize(true, 15, QStringLiteral("srv"), QString(), QStringLiteral("t"), QString(),
-                    QString());
+    odbc.Initialize(true, 15, "srv", QString(), "t", QString(), QString());
     for (QLineEdit* textBox : textBoxes())
         EXPECT_FALSE(textBox->isEnabled()) << textBox->objectName().toStdString();
     EXPECT_FALSE(odbc.ckTimeSeries->isEnabled());
@@ -167,6 +126,17 @@ TEST_F(XDataSourcesODBCTest, EditPermissionDisablesInputsButNotLabelsOrFrames) {
              odbc.fraDatabase, odbc.fraLogin, odbc.lblTable, odbc.lblDatabase, odbc.lblServer,
              odbc.lblPass, odbc.lblUser, odbc.lblFreq})
         EXPECT_TRUE(kept->isEnabled()) << kept->objectName().toStdString();
+
+    // Unlike the ASCII editor's, with the permission the frequency box stays enabled beside an
+    // unchecked box until the box is clicked.
+    app->editPermission = true;
+    odbc.Initialize(false, 15, "srv", QString(), "t", QString(), QString());
+    EXPECT_FALSE(odbc.IsTimeSeries());
+    EXPECT_EQ(odbc.cboFrequency->currentIndex(), -1);
+    EXPECT_TRUE(odbc.cboFrequency->isEnabled());
+    odbc.ckTimeSeries->click();
+    odbc.ckTimeSeries->click();
+    EXPECT_FALSE(odbc.cboFrequency->isEnabled());
 }
 
 TEST_F(XDataSourcesODBCTest, ResizeKeepsTheMinimumWidthAndStretchesFramesAndBoxes) {

@@ -13,17 +13,17 @@
 namespace Orvane::Testing {
 namespace {
 
-const QString RangeMessage = QStringLiteral("A unique Ordinal between 1 and 500 must be chosen.");
+const QString RangeMessage = "A unique Ordinal between 1 and 500 must be chosen.";
 
 class KeySelectorTest : public FakeHostTest {
 protected:
     KeySelectorTest() {
-        columns.setEntity(dictionary->addEntity(5, QStringLiteral("CELL"), "Cell"));
+        columns.setEntity(dictionary->addEntity(5, "CELL", "Cell"));
         addKey("A", 10, 1);
         addKey("B", 11, 2);
         addKey("C", 12, 3)->setColumnDeleted(true);
-        keyField = dictionary->addField(10, QStringLiteral("CellId"), 5);
-        keyField->entityLabel = QStringLiteral("Cell");
+        keyField = dictionary->addField(10, "CellId", 5);
+        keyField->entityLabel = "Cell";
     }
 
     CDataSourcesColumns::ColumnPtr addKey(const char* name, qint32 fieldId, qint32 ordinal) {
@@ -43,6 +43,7 @@ protected:
 
     static void typeOrdinal(frmKeySelector& dialog, const QString& text) {
         dialog.txtOrdinal->selectAll();
+        QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
         QTest::keyClicks(dialog.txtOrdinal, text);
     }
 
@@ -70,7 +71,7 @@ protected:
     QStringList treeCaptions;
 };
 
-TEST_F(KeySelectorTest, InitializeShowsTheOrdinalAndTheKeyField) {
+TEST_F(KeySelectorTest, InitializeShowsTheOrdinalAndTheKeyFieldAndCancelChangesNothing) {
     frmKeySelector dialog;
     open(dialog, 2, 10);
 
@@ -86,63 +87,63 @@ TEST_F(KeySelectorTest, InitializeShowsTheOrdinalAndTheKeyField) {
     EXPECT_EQ(dialog.EntityID(), 0);
     EXPECT_FALSE(dialog.cmdOk->isEnabled());
 
-    typeOrdinal(dialog, QStringLiteral("4"));
+    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton); // no handler: the tree is cancelled
+    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_EQ(dialog.FieldId(), 10);
+    EXPECT_EQ(dialog.EntityID(), 0);
+    EXPECT_FALSE(dialog.cmdOk->isEnabled());
+
+    typeOrdinal(dialog, "4");
     EXPECT_TRUE(dialog.cmdOk->isEnabled());
     EXPECT_EQ(dialog.Ordinal(), 4);
     EXPECT_EQ(dialog.udOrdinal->value(), 4);
+    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
+    EXPECT_TRUE(dialog.Cancel());
+    EXPECT_FALSE(dialog.isVisible());
 }
 
-TEST_F(KeySelectorTest, OrdinalMustLieBetweenOneAndFiveHundred) {
-    for (const QString& text : {QStringLiteral("0"), QStringLiteral("501"), QString()}) {
-        frmKeySelector dialog;
-        open(dialog, 2, 10);
-        dialog.txtOrdinal->selectAll();
-        QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
-        QTest::keyClicks(dialog.txtOrdinal, text);
-
-        ASSERT_EQ(pressOk(dialog), RangeMessage) << text.toStdString();
+// The ordinal lies between 1 and 500 and is no other live key's; then a key field is needed.
+TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
+    const QString noField = "A key field has not been selected";
+    const struct {
+        const char* ordinal;
+        QString message;
+    } cases[] = {
+        {"0", RangeMessage}, {"501", RangeMessage},
+        {"", RangeMessage},  {"1", "Ordinal 1 is already in use"},
+        {"3", noField}, // a deleted key column's ordinal is free
+        {"2", noField}, // its own ordinal is not tested against the columns
+    };
+    frmKeySelector dialog;
+    open(dialog, 2, 0);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.ordinal);
+        typeOrdinal(dialog, c.ordinal);
+        ASSERT_EQ(pressOk(dialog), c.message);
         const RecordedMsgBox& box = app->msgBoxes.at(0);
         EXPECT_EQ(box.icon, MsgBoxIcon::None);
         EXPECT_EQ(box.buttons, MsgBoxButtons::OKOnly);
         EXPECT_EQ(box.title, "Select Key Field");
-        EXPECT_EQ(QApplication::focusWidget(), dialog.txtOrdinal);
+        QWidget* focus =
+            c.message == noField ? static_cast<QWidget*>(dialog.cmdSelect) : dialog.txtOrdinal;
+        EXPECT_EQ(QApplication::focusWidget(), focus);
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_TRUE(dialog.Cancel());
     }
 
-    frmKeySelector dialog;
-    open(dialog, 2, 10);
-    typeOrdinal(dialog, QStringLiteral("500"));
-    EXPECT_EQ(pressOk(dialog), QString());
-    EXPECT_FALSE(dialog.Cancel());
-    EXPECT_EQ(dialog.Ordinal(), 500);
-}
-
-TEST_F(KeySelectorTest, OrdinalOfAnotherLiveKeyIsRefused) {
-    frmKeySelector dialog;
-    open(dialog, 2, 10);
-    typeOrdinal(dialog, QStringLiteral("1"));
-    EXPECT_EQ(pressOk(dialog), "Ordinal 1 is already in use");
-    EXPECT_EQ(QApplication::focusWidget(), dialog.txtOrdinal);
-
-    typeOrdinal(dialog, QStringLiteral("2")); // its own: not tested against the columns
-    EXPECT_EQ(pressOk(dialog), QString());
-    EXPECT_FALSE(dialog.Cancel());
-}
-
-TEST_F(KeySelectorTest, DeletedKeyColumnDoesNotBlockItsOrdinal) {
-    frmKeySelector dialog;
-    open(dialog, 0, 10);
-    typeOrdinal(dialog, QStringLiteral("3"));
-    EXPECT_EQ(pressOk(dialog), QString());
-    EXPECT_EQ(dialog.Ordinal(), 3);
+    frmKeySelector keyed;
+    open(keyed, 2, 10);
+    typeOrdinal(keyed, "500");
+    EXPECT_EQ(pressOk(keyed), QString());
+    EXPECT_FALSE(keyed.Cancel());
+    EXPECT_EQ(keyed.Ordinal(), 500);
 }
 
 TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnly) {
     frmKeySelector dialog;
     open(dialog, 0, 10);
     EXPECT_EQ(dialog.txtOrdinal->text(), "");
-    QTest::keyClicks(dialog.txtOrdinal, QStringLiteral("1x2 -"));
+    QTest::keyClicks(dialog.txtOrdinal, "1x2 -");
     EXPECT_EQ(dialog.txtOrdinal->text(), "12");
 
     QTest::keyClick(dialog.txtOrdinal, Qt::Key_Backspace);
@@ -167,32 +168,16 @@ TEST_F(KeySelectorTest, UpDownAndOrdinalBoxStayInStep) {
     dialog.udOrdinal->stepUp();
     EXPECT_EQ(dialog.txtOrdinal->text(), "500");
 
-    typeOrdinal(dialog, QStringLiteral("17"));
+    typeOrdinal(dialog, "17");
     EXPECT_EQ(dialog.udOrdinal->value(), 17);
     dialog.udOrdinal->stepDown();
     EXPECT_EQ(dialog.txtOrdinal->text(), "16");
-
-    dialog.setOrdinal(1);
-    EXPECT_EQ(dialog.txtOrdinal->text(), "1");
-    EXPECT_EQ(dialog.udOrdinal->value(), 1);
-    EXPECT_EQ(dialog.Ordinal(), 1);
-}
-
-TEST_F(KeySelectorTest, OkWithoutAKeyFieldAsksForOne) {
-    frmKeySelector dialog;
-    open(dialog, 0, 0);
-    EXPECT_EQ(dialog.txtField->text(), "");
-    typeOrdinal(dialog, QStringLiteral("4"));
-    EXPECT_EQ(pressOk(dialog), "A key field has not been selected");
-    EXPECT_EQ(app->msgBoxes.at(0).title, "Select Key Field");
-    EXPECT_EQ(QApplication::focusWidget(), dialog.cmdSelect);
-    EXPECT_TRUE(dialog.isVisible());
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
-    auto siteId = dictionary->addField(20, QStringLiteral("SiteId"), 6);
-    siteId->entityLabel = QStringLiteral("Site");
-    dictionary->addEntity(6, QStringLiteral("SITE"), "Site");
+    auto siteId = dictionary->addField(20, "SiteId", 6);
+    siteId->entityLabel = "Site";
+    dictionary->addEntity(6, "SITE", "Site");
     treeChooses(6, siteId);
     frmKeySelector dialog;
     open(dialog, 2, 10);
@@ -215,20 +200,6 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     EXPECT_EQ(pressOk(dialog), QString());
     EXPECT_FALSE(dialog.Cancel());
     EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
-}
-
-TEST_F(KeySelectorTest, CancelledTreeOrDialogChangesNothing) {
-    frmKeySelector dialog;
-    open(dialog, 2, 10);
-    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton); // no handler: the tree is cancelled
-    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
-    EXPECT_EQ(dialog.FieldId(), 10);
-    EXPECT_EQ(dialog.EntityID(), 0);
-    EXPECT_FALSE(dialog.cmdOk->isEnabled());
-
-    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
-    EXPECT_TRUE(dialog.Cancel());
-    EXPECT_FALSE(dialog.isVisible());
 }
 
 } // namespace
