@@ -18,6 +18,8 @@ public:
     QHash<QString, qint32> ColumnsOf(const QString& table) override;
 
     // Advances the named sequence in one statement, so two connections never get one value.
+    // Inside a transaction that is rolled back the values go back with everything else (SQLite
+    // has one writer at a time), so only values that were never committed are handed out again.
     static qint32 NextValue(SqlConnection& connection, const QString& sequence);
 
 private:
