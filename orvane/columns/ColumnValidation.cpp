@@ -1,6 +1,7 @@
 #include "orvane/columns/ColumnValidation.h"
 
 #include "orvane/columns/ColumnGridRows.h"
+#include "orvane/host/IApplication.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
@@ -10,7 +11,6 @@ namespace Orvane::ColumnValidation {
 
 namespace {
 
-const QString LineBreak = QStringLiteral("\r\n");
 const QString UniquePositionHint =
     QStringLiteral("A unique position between 1 and 500 must be specified");
 
@@ -34,7 +34,7 @@ std::optional<Failure> checkGridColumn(const GridTexts& grid, qint32 i) {
     }
     if (positionOf(grid.text(i, ColumnGridRows::Position)) < 1) {
         return Failure{QStringLiteral("Column ") + number(i) +
-                           QStringLiteral(" has no position specified.") + LineBreak +
+                           QStringLiteral(" has no position specified.") + MsgBoxLineBreak +
                            UniquePositionHint,
                        i, ColumnGridRows::Position};
     }
@@ -43,11 +43,11 @@ std::optional<Failure> checkGridColumn(const GridTexts& grid, qint32 i) {
         return std::nullopt;
     for (qint32 j = i + 1; j <= grid.columnCount; ++j) {
         if (field.compare(grid.text(j, ColumnGridRows::Field), Qt::CaseInsensitive) == 0) {
-            return Failure{QStringLiteral("Column ") + number(i) + QStringLiteral(" and column ") +
-                               number(j) +
-                               QStringLiteral(" have duplicate field names specified.") +
-                               LineBreak + QStringLiteral("Each field must have a unique name."),
-                           0, 0};
+            return Failure{
+                QStringLiteral("Column ") + number(i) + QStringLiteral(" and column ") + number(j) +
+                    QStringLiteral(" have duplicate field names specified.") + MsgBoxLineBreak +
+                    QStringLiteral("Each field must have a unique name."),
+                0, 0};
         }
     }
     return std::nullopt;
@@ -81,8 +81,8 @@ std::optional<Failure> checkPositions(const CDataSourcesColumns& columns) {
     for (const auto& column : columns) {
         if (columns.PositionInUse(column->Position(), column->Column_Name())) {
             return Failure{QStringLiteral("Column ") + column->Column_Name() +
-                               QStringLiteral(" has a duplicate position spceified.") + LineBreak +
-                               UniquePositionHint,
+                               QStringLiteral(" has a duplicate position spceified.") +
+                               MsgBoxLineBreak + UniquePositionHint,
                            column->ColPosition(), ColumnGridRows::Position};
         }
     }

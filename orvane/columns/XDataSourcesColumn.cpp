@@ -875,7 +875,7 @@ bool XDataSourcesColumn::refuseDuplicateFieldName(const CDataSourcesColumn& mode
                                                   const IField& field) {
     if (!fieldNameUsedElsewhere(*m_columns, model, field.Field_Name()))
         return false;
-    HostRegistry::App().MsgBox(QStringLiteral("Field name is in use.") + QStringLiteral("\r\n") +
+    HostRegistry::App().MsgBox(QStringLiteral("Field name is in use.") + MsgBoxLineBreak +
                                    QStringLiteral("Please select a different name."),
                                MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
                                QStringLiteral("CANNOT USE DUPLICATE FIELD NAMES"));

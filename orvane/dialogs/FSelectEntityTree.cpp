@@ -162,7 +162,7 @@ void FSelectEntityTree::confirmSelection() {
 void FSelectEntityTree::refuse(const QString& what) {
     HostRegistry::App().MsgBox(
         QStringLiteral("Selected %1 is not allowed to be used for external data").arg(what) +
-            QStringLiteral("\r\n") + QStringLiteral("Please select another %1").arg(what),
+            MsgBoxLineBreak + QStringLiteral("Please select another %1").arg(what),
         MsgBoxButtons::OKOnly, MsgBoxIcon::Information, QStringLiteral("Select %1").arg(what));
     tpl->setFocus();
 }

@@ -26,7 +26,6 @@ namespace Orvane {
 namespace {
 
 const QString AppGroup = QStringLiteral("Traffic");
-const QString LineBreak = QStringLiteral("\r\n");
 const QString SaveTitle = QStringLiteral("Creating new EDS field");
 
 // The width of the "..." button that opens the style chooser.
@@ -96,9 +95,9 @@ void addRow(QFormLayout& form, QLabel* label, QWidget* field) {
 
 QString nameRuleMessage(qint32 maxLength) {
     return QStringLiteral("A Field name must have at least 1 but no more than ") +
-           QString::number(maxLength) + QStringLiteral(" characters") + LineBreak +
+           QString::number(maxLength) + QStringLiteral(" characters") + MsgBoxLineBreak +
            QStringLiteral("and first character must begin with alphabet or _ and subsequent ") +
-           LineBreak + QStringLiteral("character can be alphanumeric, % or _ only.");
+           MsgBoxLineBreak + QStringLiteral("character can be alphanumeric, % or _ only.");
 }
 
 } // namespace
@@ -453,17 +452,17 @@ bool fFieldInfo::validate() {
     if (xTech->TechnologyMask() == 0)
         return refuse(
             QStringLiteral("A Field must be associated with at least one technology type.") +
-                LineBreak +
+                MsgBoxLineBreak +
                 QStringLiteral("Please select one or more technology types for this Field. "),
             xTech);
     if (txtName->isEnabled() && ColumnSave::FieldNameInUse(name, entityId(), m_fieldId))
-        return refuse(QStringLiteral("A Field with this name already exists. ") + LineBreak +
+        return refuse(QStringLiteral("A Field with this name already exists. ") + MsgBoxLineBreak +
                           QStringLiteral("Please select another name"),
                       txtName);
     if (!fieldInfo.AggregationPairId(cboTimeAggregator->currentText(), elementAggregatorText()))
         return refuse(QStringLiteral("Field's time aggregation and element aggregation is not a "
                                      "valid choice.") +
-                          LineBreak +
+                          MsgBoxLineBreak +
                           QStringLiteral("Please check your aggregation selection and try again. "),
                       cboTimeAggregator);
     return true;
@@ -547,12 +546,12 @@ void fFieldInfo::reportSaveFailure(qint32 code, bool flag, const QString& descri
     IApplication& app = HostRegistry::App();
     if (code == NameTakenCode && flag) {
         app.MsgBox(QStringLiteral("A field with the name you specified already exists. ") +
-                       LineBreak + QStringLiteral("Please specify a different name."),
+                       MsgBoxLineBreak + QStringLiteral("Please specify a different name."),
                    MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, SaveTitle);
         txtName->setFocus();
         return;
     }
-    app.MsgBox(QStringLiteral("Unable to save New Field.") + LineBreak + description,
+    app.MsgBox(QStringLiteral("Unable to save New Field.") + MsgBoxLineBreak + description,
                MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, SaveTitle);
 }
 

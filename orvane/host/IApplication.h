@@ -18,6 +18,9 @@ enum class MsgBoxIcon {
 };
 enum class MsgBoxResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
 
+// Messages of more than one line break their lines with this.
+inline const QString MsgBoxLineBreak = QStringLiteral("\r\n");
+
 // Mouse pointer codes of the host.
 constexpr qint32 DefaultPointer = 0;
 constexpr qint32 HourglassPointer = 11;

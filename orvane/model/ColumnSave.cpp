@@ -239,10 +239,9 @@ bool TemplateUseCheck(bool isTimeStamp, qint32 fieldId) {
     if (rst && !rst->Eof()) {
         app.MsgBox(
             QStringLiteral("This column may not be deleted because it is currently in use in ") +
-                QStringLiteral("\r\n") +
+                MsgBoxLineBreak +
                 QStringLiteral("one or more templates.  It must be removed from the template(s)") +
-                QStringLiteral("\r\n") +
-                QStringLiteral("before it may be deleted from this document."),
+                MsgBoxLineBreak + QStringLiteral("before it may be deleted from this document."),
             MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
         return false;
     }

@@ -225,8 +225,8 @@ bool DocumentWindow::writeInOneTransaction() {
             m_document->setDocName(QString());
         app().setMousePointer(pointerBefore);
         app().MsgBox(QStringLiteral("The data source was not saved; nothing was changed in the "
-                                    "database.\r\n\r\n") +
-                         error.message(),
+                                    "database.") +
+                         MsgBoxLineBreak + MsgBoxLineBreak + error.message(),
                      MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
         return false;
     }

@@ -74,7 +74,7 @@ MsgBoxResult StudioApplication::MsgBox(const QString& prompt, MsgBoxButtons butt
                                        MsgBoxIcon icon, const QString& title) {
     // Messages break their lines with CR LF; a Qt label wants LF alone.
     QString text = prompt;
-    text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));
+    text.replace(MsgBoxLineBreak, QStringLiteral("\n"));
     QMessageBox box(iconOf(icon), title.isEmpty() ? QApplication::applicationName() : title, text,
                     buttonsOf(buttons), m_mainWindow);
     return resultOf(box.exec());
