@@ -18,9 +18,7 @@ namespace {
 
 const QString Category = QStringLiteral("Traffic");
 
-int px(int twips) {
-    return mOrvane::TwipsToPixels(twips);
-}
+using mOrvane::TwipsToPixels;
 
 constexpr int Margin = 120;
 constexpr int ButtonWidth = 1215;
@@ -35,7 +33,7 @@ FSelectEntityTree::FSelectEntityTree(QWidget* parent)
     setObjectName(QStringLiteral("FSelectEntityTree"));
     setWindowTitle(QStringLiteral("Select  Entity"));
     createControls();
-    resize(px(7000), px(DesignHeight));
+    resize(TwipsToPixels(7000), TwipsToPixels(DesignHeight));
 }
 
 FSelectEntityTree::~FSelectEntityTree() = default;
@@ -80,7 +78,7 @@ void FSelectEntityTree::Initialize(const QString& sCaption, qint32 lMode, const 
         tpl->LoadTree(sSchema, Category);
         prepareEntityAndFieldMode();
     } else {
-        resize(px(7000), height());
+        resize(TwipsToPixels(7000), height());
     }
     layoutControls();
     tpl->setFieldTypeFilter(
@@ -95,9 +93,9 @@ void FSelectEntityTree::prepareEntityMode() {
     tpl->setShowFields(0);
     cboTypeFilter->hide();
     cboTechTypeFilter->hide();
-    m_treeTop = px(60);
+    m_treeTop = TwipsToPixels(60);
     tpl->setFocus();
-    resize(px(4250), height());
+    resize(TwipsToPixels(4250), height());
 }
 
 void FSelectEntityTree::prepareEntityAndFieldMode() {
@@ -107,8 +105,8 @@ void FSelectEntityTree::prepareEntityAndFieldMode() {
     cboTechTypeFilter->setCurrentIndex(0);
     cboTypeFilter->show();
     cboTechTypeFilter->show();
-    m_treeTop = px(480);
-    resize(px(12300), height());
+    m_treeTop = TwipsToPixels(480);
+    resize(TwipsToPixels(12300), height());
 }
 
 void FSelectEntityTree::resizeEvent(QResizeEvent* event) {
@@ -117,16 +115,17 @@ void FSelectEntityTree::resizeEvent(QResizeEvent* event) {
 }
 
 void FSelectEntityTree::layoutControls() {
-    const int margin = px(Margin);
-    const int buttonWidth = px(ButtonWidth);
-    const int buttonHeight = px(ButtonHeight);
+    const int margin = TwipsToPixels(Margin);
+    const int buttonWidth = TwipsToPixels(ButtonWidth);
+    const int buttonHeight = TwipsToPixels(ButtonHeight);
     const bool filters = !m_entityOnly && tpl->Mode() == EntityAndFieldMode;
-    const int filterRow = filters ? px(FilterRowHeight) : 0;
+    const int filterRow = filters ? TwipsToPixels(FilterRowHeight) : 0;
 
     if (filters) {
         const int filterWidth = (width() - 3 * margin) / 2;
-        cboTypeFilter->setGeometry(margin, px(60), filterWidth, filterRow);
-        cboTechTypeFilter->setGeometry(2 * margin + filterWidth, px(60), filterWidth, filterRow);
+        cboTypeFilter->setGeometry(margin, TwipsToPixels(60), filterWidth, filterRow);
+        cboTechTypeFilter->setGeometry(2 * margin + filterWidth, TwipsToPixels(60), filterWidth,
+                                       filterRow);
     }
     const int treeTop = m_treeTop > 0 ? m_treeTop : margin;
     tpl->setGeometry(margin, treeTop, width() - 2 * margin,

@@ -18,9 +18,7 @@ namespace Orvane {
 
 namespace {
 
-int px(int twips) {
-    return mOrvane::TwipsToPixels(twips);
-}
+using mOrvane::TwipsToPixels;
 
 // The entries of cboDelimeter, aligned on the symbol, and the character each one stands for.
 const QStringList DelimiterEntries = {QStringLiteral("   <space>"), QStringLiteral(" : <colon>"),
@@ -49,8 +47,8 @@ XDataSourcesGen::XDataSourcesGen(QWidget* parent)
         fillDelimiters();
     }
     applyFrequencyRule();
-    setMinimumSize(px(MinWidth), px(MinHeight));
-    resize(px(MinWidth), px(MinHeight));
+    setMinimumSize(TwipsToPixels(MinWidth), TwipsToPixels(MinHeight));
+    resize(TwipsToPixels(MinWidth), TwipsToPixels(MinHeight));
     layoutControls();
 }
 
@@ -207,16 +205,25 @@ void XDataSourcesGen::resizeEvent(QResizeEvent* event) {
 }
 
 void XDataSourcesGen::layoutControls() {
-    const int textWidth = width() - px(TextBoxMargin);
-    lblDesc->setGeometry(px(Left), px(60), px(ListWidth), px(LabelHeight));
-    txtDescription->setGeometry(px(Left), px(300), textWidth, px(BoxHeight));
-    lblFile->setGeometry(px(Left), px(705), px(ListWidth), px(LabelHeight));
-    txtFile->setGeometry(px(Left), px(945), textWidth, px(BoxHeight));
-    lblDelimeter->setGeometry(px(Left), px(1350), px(ListWidth), px(LabelHeight));
-    cboDelimeter->setGeometry(px(Left), px(1590), px(ListWidth), px(BoxHeight));
-    ckTimeSeries->setGeometry(px(Left), px(2055), px(2400), px(BoxHeight));
-    lblFreq->setGeometry(px(2520), px(2100), px(1080), px(LabelHeight));
-    cboFrequency->setGeometry(px(3640), px(2055), px(ListWidth), px(BoxHeight));
+    const int textWidth = width() - TwipsToPixels(TextBoxMargin);
+    lblDesc->setGeometry(TwipsToPixels(Left), TwipsToPixels(60), TwipsToPixels(ListWidth),
+                         TwipsToPixels(LabelHeight));
+    txtDescription->setGeometry(TwipsToPixels(Left), TwipsToPixels(300), textWidth,
+                                TwipsToPixels(BoxHeight));
+    lblFile->setGeometry(TwipsToPixels(Left), TwipsToPixels(705), TwipsToPixels(ListWidth),
+                         TwipsToPixels(LabelHeight));
+    txtFile->setGeometry(TwipsToPixels(Left), TwipsToPixels(945), textWidth,
+                         TwipsToPixels(BoxHeight));
+    lblDelimeter->setGeometry(TwipsToPixels(Left), TwipsToPixels(1350), TwipsToPixels(ListWidth),
+                              TwipsToPixels(LabelHeight));
+    cboDelimeter->setGeometry(TwipsToPixels(Left), TwipsToPixels(1590), TwipsToPixels(ListWidth),
+                              TwipsToPixels(BoxHeight));
+    ckTimeSeries->setGeometry(TwipsToPixels(Left), TwipsToPixels(2055), TwipsToPixels(2400),
+                              TwipsToPixels(BoxHeight));
+    lblFreq->setGeometry(TwipsToPixels(2520), TwipsToPixels(2100), TwipsToPixels(1080),
+                         TwipsToPixels(LabelHeight));
+    cboFrequency->setGeometry(TwipsToPixels(3640), TwipsToPixels(2055), TwipsToPixels(ListWidth),
+                              TwipsToPixels(BoxHeight));
 }
 
 } // namespace Orvane

@@ -15,9 +15,7 @@ namespace Orvane {
 
 namespace {
 
-int px(int twips) {
-    return mOrvane::TwipsToPixels(twips);
-}
+using mOrvane::TwipsToPixels;
 
 constexpr int MinWidth = 5715;
 constexpr int DesignHeight = 3075;
@@ -43,8 +41,8 @@ XDataSourcesODBC::XDataSourcesODBC(QWidget* parent)
     createControls();
     orderTabs();
     applyFrequencyRule();
-    setMinimumWidth(px(MinWidth));
-    resize(px(MinWidth), px(DesignHeight));
+    setMinimumWidth(TwipsToPixels(MinWidth));
+    resize(TwipsToPixels(MinWidth), TwipsToPixels(DesignHeight));
     layoutControls();
 }
 
@@ -195,28 +193,34 @@ void XDataSourcesODBC::resizeEvent(QResizeEvent* event) {
 }
 
 void XDataSourcesODBC::layoutControls() {
-    const int frameWidth = width() - px(FrameMargin);
-    fraDatabase->setGeometry(px(FrameLeft), px(SourceTop), frameWidth, px(SourceHeight));
+    const int frameWidth = width() - TwipsToPixels(FrameMargin);
+    fraDatabase->setGeometry(TwipsToPixels(FrameLeft), TwipsToPixels(SourceTop), frameWidth,
+                             TwipsToPixels(SourceHeight));
     placeRow(lblServer, txtDB_Server, fraDatabase, FirstRowTop);
     placeRow(lblDatabase, txtDB_Database, fraDatabase, FirstRowTop + RowSpacing);
     placeRow(lblTable, txtDB_Table, fraDatabase, FirstRowTop + 2 * RowSpacing);
-    fraLogin->setGeometry(px(FrameLeft), px(LoginTop), frameWidth, px(LoginHeight));
+    fraLogin->setGeometry(TwipsToPixels(FrameLeft), TwipsToPixels(LoginTop), frameWidth,
+                          TwipsToPixels(LoginHeight));
     placeRow(lblUser, txtDB_UserId, fraLogin, FirstRowTop);
     placeRow(lblPass, txtDB_Password, fraLogin, FirstRowTop + RowSpacing);
-    ckTimeSeries->setGeometry(px(120), px(TimeSeriesTop), px(2400), px(RowHeight));
-    lblFreq->setGeometry(px(2520), px(TimeSeriesTop), px(1080), px(RowHeight));
-    cboFrequency->setGeometry(px(3640), px(TimeSeriesTop), px(1800), px(RowHeight));
+    ckTimeSeries->setGeometry(TwipsToPixels(120), TwipsToPixels(TimeSeriesTop), TwipsToPixels(2400),
+                              TwipsToPixels(RowHeight));
+    lblFreq->setGeometry(TwipsToPixels(2520), TwipsToPixels(TimeSeriesTop), TwipsToPixels(1080),
+                         TwipsToPixels(RowHeight));
+    cboFrequency->setGeometry(TwipsToPixels(3640), TwipsToPixels(TimeSeriesTop),
+                              TwipsToPixels(1800), TwipsToPixels(RowHeight));
 }
 
 // The labels belong to the control itself and sit over the frame, ending just before their
 // boxes; a font wider than the design's may take them over the frame's left edge.
 void XDataSourcesODBC::placeRow(QLabel* label, QLineEdit* textBox, const QGroupBox* frame,
                                 int rowTop) {
-    textBox->setGeometry(px(BoxLeftInFrame), px(rowTop), width() - px(TextBoxMargin),
-                         px(RowHeight));
-    const int labelRight = frame->x() + px(BoxLeftInFrame - LabelGap);
+    textBox->setGeometry(TwipsToPixels(BoxLeftInFrame), TwipsToPixels(rowTop),
+                         width() - TwipsToPixels(TextBoxMargin), TwipsToPixels(RowHeight));
+    const int labelRight = frame->x() + TwipsToPixels(BoxLeftInFrame - LabelGap);
     const int labelWidth = std::min(labelRight, label->sizeHint().width());
-    label->setGeometry(labelRight - labelWidth, frame->y() + px(rowTop), labelWidth, px(RowHeight));
+    label->setGeometry(labelRight - labelWidth, frame->y() + TwipsToPixels(rowTop), labelWidth,
+                       TwipsToPixels(RowHeight));
 }
 
 } // namespace Orvane
