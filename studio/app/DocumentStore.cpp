@@ -3,6 +3,7 @@
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
@@ -47,6 +48,20 @@ std::shared_ptr<IRecordset> DocumentStore::Row(qint32 id) {
     auto rst = m_query.OpenRecordset(QStringLiteral("SELECT * FROM eds_document WHERE id = ") +
                                      number(id));
     return rst && !rst->Eof() ? rst : nullptr;
+}
+
+std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
+    const auto row = Row(id);
+    if (!row)
+        throw Error(QStringLiteral("The data source %1 no longer exists.").arg(id));
+    const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
+    if (!type)
+        throw Error(QStringLiteral("The data source %1 has an unknown type.").arg(id));
+    auto document = std::make_shared<CDataSourcesData>();
+    document->InitEdit(*row, type);
+    document->setDocName(row->Value(QStringLiteral("name")).toString());
+    document->setDocDescription(row->Value(QStringLiteral("description")).toString());
+    return document;
 }
 
 bool DocumentStore::NameExists(const QString& name, qint32 exceptId) {

@@ -32,6 +32,9 @@ public:
     // The document row, positioned on the document, as InitEdit reads it; null when it is gone.
     std::shared_ptr<IRecordset> Row(qint32 id);
     // True when another document (not exceptId) already has the name, regardless of case.
+    // The stored document with its columns and settings, its name and description, as the editors
+    // show it. An Orvane::Error when it is gone or of a type the Studio does not know.
+    std::shared_ptr<CDataSourcesData> Load(qint32 id);
     bool NameExists(const QString& name, qint32 exceptId);
     qint32 NewId();
     // Inserts or updates the document row and its settings row from the document's properties.

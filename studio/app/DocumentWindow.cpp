@@ -5,7 +5,7 @@
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
-#include "orvane/host/IRecordset.h"
+#include "orvane/host/IDocumentType.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesColumnsState.h"
@@ -54,18 +54,8 @@ DocumentWindow* DocumentWindow::CreateNew(std::shared_ptr<StudioDocumentType> ty
 
 DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& database,
                                      QWidget* parent) {
-    DocumentStore store(database);
-    const auto row = store.Row(documentId);
-    if (!row)
-        throw Error(QStringLiteral("The data source %1 no longer exists.").arg(documentId));
-    const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
-    if (!type)
-        throw Error(QStringLiteral("The data source %1 has an unknown type.").arg(documentId));
-
-    auto document = std::make_shared<CDataSourcesData>();
-    document->InitEdit(*row, type);
-    document->setDocName(row->Value(QStringLiteral("name")).toString());
-    document->setDocDescription(row->Value(QStringLiteral("description")).toString());
+    auto document = DocumentStore(database).Load(documentId);
+    const auto type = StudioDocumentType::ByName(document->DocumentType()->TypeName());
     auto* window = new DocumentWindow(type, database, parent);
     window->showDocument(std::move(document), false);
     return window;
@@ -244,16 +234,7 @@ void DocumentWindow::writeDocument(bool insert) {
 }
 
 void DocumentWindow::reload() {
-    const qint32 id = m_document->DocId();
-    const auto row = m_store->Row(id);
-    if (!row)
-        throw Error(
-            QStringLiteral("The data source %1 was saved but cannot be read back.").arg(id));
-    auto document = std::make_shared<CDataSourcesData>();
-    document->InitEdit(*row, m_type);
-    document->setDocName(row->Value(QStringLiteral("name")).toString());
-    document->setDocDescription(row->Value(QStringLiteral("description")).toString());
-    showDocument(std::move(document), false);
+    showDocument(m_store->Load(m_document->DocId()), false);
 }
 
 bool DocumentWindow::MayClose() {
