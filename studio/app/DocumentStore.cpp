@@ -7,6 +7,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "orvane/model/ColumnSave.h"
 #include "orvane/model/MSQL.h"
 #include "studio/app/StudioDocumentType.h"
 
@@ -124,10 +125,14 @@ void DocumentStore::writeSettingsRow(const CDataSourcesData& document,
         QStringLiteral(")"));
 }
 
-void DocumentStore::Delete(qint32 id) {
-    // Each column goes as the library's save removes one, with its key, mapping and field.
+bool DocumentStore::Delete(qint32 id) {
     CDataSourcesColumns columns;
     columns.LoadColumns(id);
+    for (const auto& column : columns) {
+        if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
+            return false;
+    }
+    // Each column goes as the library's save removes one, with its key, mapping and field.
     for (const auto& column : columns) {
         m_query.CallProcedure(MSQL::DeleteColumnProcedure,
                               {{column->Column_Id(), QString(), QStringLiteral("integer")}});
@@ -137,6 +142,7 @@ void DocumentStore::Delete(qint32 id) {
     m_query.ExecuteStatement(QStringLiteral("DELETE FROM eds_odbc_file WHERE eds_id = ") +
                              number(id));
     m_query.ExecuteStatement(QStringLiteral("DELETE FROM eds_document WHERE id = ") + number(id));
+    return true;
 }
 
 } // namespace Orvane::Studio

@@ -39,8 +39,9 @@ public:
     qint32 NewId();
     // Inserts or updates the document row and its settings row from the document's properties.
     void Write(const CDataSourcesData& document, const StudioDocumentType& type, bool insert);
-    // Removes the document with its columns, keys, mappings and settings.
-    void Delete(qint32 id);
+    // Removes the document with its columns, keys, mappings and settings. A document one of whose
+    // fields report templates use stays, as its column would: false, and the user was told.
+    bool Delete(qint32 id);
 
 private:
     void writeDocumentRow(const CDataSourcesData& document, const StudioDocumentType& type,

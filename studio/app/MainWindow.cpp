@@ -3,9 +3,6 @@
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/OrvaneError.h"
-#include "orvane/model/CDataSourcesColumn.h"
-#include "orvane/model/CDataSourcesColumns.h"
-#include "orvane/model/ColumnSave.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/StudioDocumentType.h"
@@ -221,16 +218,10 @@ void MainWindow::DeleteSelected() {
 }
 
 void MainWindow::removeDocument(qint32 documentId) {
-    // A field that report templates use keeps its data source, as it keeps its column.
-    CDataSourcesColumns columns;
-    columns.LoadColumns(documentId);
-    for (const auto& column : columns) {
-        if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
-            return;
-    }
     {
         TransactionScope transaction(*m_database);
-        DocumentStore(*m_database).Delete(documentId);
+        if (!DocumentStore(*m_database).Delete(documentId))
+            return;
         transaction.Commit();
     }
     if (DocumentWindow* open = windowOf(documentId)) {
