@@ -1,7 +1,5 @@
 #include "studio/app/StudioApplication.h"
 
-#include "orvane/host/IAppForm.h"
-
 #include <QApplication>
 #include <QDialog>
 #include <QInputDialog>
@@ -101,12 +99,9 @@ void StudioApplication::ShowHelp(const QString& helpContextName) {
             .arg(helpContextName));
 }
 
-void StudioApplication::RegisterForm(IAppForm* form) {
-    m_forms.append(form);
-}
+// The Studio keeps no window list, so a form needs no bookkeeping while it is loaded.
+void StudioApplication::RegisterForm(IAppForm*) {}
 
-void StudioApplication::UnregisterForm(IAppForm* form) {
-    m_forms.removeAll(form);
-}
+void StudioApplication::UnregisterForm(IAppForm*) {}
 
 } // namespace Orvane::Studio

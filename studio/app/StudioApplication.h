@@ -2,8 +2,6 @@
 
 #include "orvane/host/IApplication.h"
 
-#include <QList>
-
 class QWidget;
 
 namespace Orvane::Studio {
@@ -30,14 +28,11 @@ public:
     void RegisterForm(IAppForm* form) override;
     void UnregisterForm(IAppForm* form) override;
 
-    const QList<IAppForm*>& Forms() const { return m_forms; }
-
 private:
     bool m_editPermission;
     qint32 m_ownerId;
     qint32 m_pointer = DefaultPointer;
     QWidget* m_mainWindow = nullptr;
-    QList<IAppForm*> m_forms;
 };
 
 } // namespace Orvane::Studio
