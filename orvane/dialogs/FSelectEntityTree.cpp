@@ -1,6 +1,5 @@
 #include "orvane/dialogs/FSelectEntityTree.h"
 
-#include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
@@ -10,7 +9,10 @@
 #include "orvane/host/XTemplate.h"
 
 #include <QComboBox>
+#include <QDialogButtonBox>
+#include <QHBoxLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace Orvane {
 
@@ -18,13 +20,11 @@ namespace {
 
 const QString Category = QStringLiteral("Traffic");
 
-using mOrvane::TwipsToPixels;
-
-constexpr int Margin = 120;
-constexpr int ButtonWidth = 1215;
-constexpr int ButtonHeight = 375;
-constexpr int FilterRowHeight = 360;
-constexpr int DesignHeight = 6000;
+// Default sizes: 7000 by 6000 twips, narrower for an entity alone, wider beside the filters.
+constexpr int DefaultWidth = 466;
+constexpr int EntityOnlyWidth = 283;
+constexpr int EntityAndFieldWidth = 820;
+constexpr int DefaultHeight = 400;
 
 } // namespace
 
@@ -33,7 +33,8 @@ FSelectEntityTree::FSelectEntityTree(QWidget* parent)
     setObjectName(QStringLiteral("FSelectEntityTree"));
     setWindowTitle(QStringLiteral("Select  Entity"));
     createControls();
-    resize(TwipsToPixels(7000), TwipsToPixels(DesignHeight));
+    layoutControls();
+    resize(DefaultWidth, DefaultHeight);
 }
 
 FSelectEntityTree::~FSelectEntityTree() = default;
@@ -78,9 +79,8 @@ void FSelectEntityTree::Initialize(const QString& sCaption, qint32 lMode, const 
         tpl->LoadTree(sSchema, Category);
         prepareEntityAndFieldMode();
     } else {
-        resize(TwipsToPixels(7000), height());
+        resize(DefaultWidth, height());
     }
-    layoutControls();
     tpl->setFieldTypeFilter(
         HostRegistry::FieldInfo().FieldTypeMask(cboTypeFilter->currentText(), Category));
     tpl->setTreeOwner(QStringLiteral("system"));
@@ -93,9 +93,8 @@ void FSelectEntityTree::prepareEntityMode() {
     tpl->setShowFields(0);
     cboTypeFilter->hide();
     cboTechTypeFilter->hide();
-    m_treeTop = TwipsToPixels(60);
     tpl->setFocus();
-    resize(TwipsToPixels(4250), height());
+    resize(EntityOnlyWidth, height());
 }
 
 void FSelectEntityTree::prepareEntityAndFieldMode() {
@@ -105,36 +104,23 @@ void FSelectEntityTree::prepareEntityAndFieldMode() {
     cboTechTypeFilter->setCurrentIndex(0);
     cboTypeFilter->show();
     cboTechTypeFilter->show();
-    m_treeTop = TwipsToPixels(480);
-    resize(TwipsToPixels(12300), height());
+    resize(EntityAndFieldWidth, height());
 }
 
-void FSelectEntityTree::resizeEvent(QResizeEvent* event) {
-    QDialog::resizeEvent(event);
-    layoutControls();
-}
-
+// The filters above the tree (hidden for an entity alone), the buttons below it.
 void FSelectEntityTree::layoutControls() {
-    const int margin = TwipsToPixels(Margin);
-    const int buttonWidth = TwipsToPixels(ButtonWidth);
-    const int buttonHeight = TwipsToPixels(ButtonHeight);
-    const bool filters = !m_entityOnly && tpl->Mode() == EntityAndFieldMode;
-    const int filterRow = filters ? TwipsToPixels(FilterRowHeight) : 0;
+    auto* filters = new QHBoxLayout;
+    filters->addWidget(cboTypeFilter, 1);
+    filters->addWidget(cboTechTypeFilter, 1);
 
-    if (filters) {
-        const int filterWidth = (width() - 3 * margin) / 2;
-        cboTypeFilter->setGeometry(margin, TwipsToPixels(60), filterWidth, filterRow);
-        cboTechTypeFilter->setGeometry(2 * margin + filterWidth, TwipsToPixels(60), filterWidth,
-                                       filterRow);
-    }
-    const int treeTop = m_treeTop > 0 ? m_treeTop : margin;
-    tpl->setGeometry(margin, treeTop, width() - 2 * margin,
-                     qMax(0, height() - 3 * margin - buttonHeight - filterRow));
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdButton[1], QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdButton[0], QDialogButtonBox::RejectRole);
 
-    const int buttonTop = height() - margin - buttonHeight;
-    cmdButton[1]->setGeometry(width() - margin - buttonWidth, buttonTop, buttonWidth, buttonHeight);
-    cmdButton[0]->setGeometry(width() - 2 * margin - 2 * buttonWidth, buttonTop, buttonWidth,
-                              buttonHeight);
+    auto* page = new QVBoxLayout(this);
+    page->addLayout(filters);
+    page->addWidget(tpl, 1);
+    page->addWidget(buttons);
 }
 
 void FSelectEntityTree::confirmSelection() {

@@ -32,14 +32,6 @@ public:
     const std::shared_ptr<IField>& Field() const { return m_field; }
     bool EntityOnly() const { return m_entityOnly; }
 
-    QComboBox* cboTypeFilter = nullptr;
-    QComboBox* cboTechTypeFilter = nullptr;
-    XTemplate* tpl = nullptr;
-    QPushButton* cmdButton[2] = {nullptr, nullptr};
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-
 private:
     void createControls();
     void prepareEntityMode();
@@ -51,11 +43,16 @@ private:
     void applyTechTypeFilter(const QString& techType);
     void refuse(const QString& what);
 
+    QComboBox* cboTypeFilter = nullptr;
+    QComboBox* cboTechTypeFilter = nullptr;
+    XTemplate* tpl = nullptr;
+    // cmdButton(0) cancels, cmdButton(1) confirms.
+    QPushButton* cmdButton[2] = {nullptr, nullptr};
+
     std::shared_ptr<IEntity> m_fieldCategory;
     std::shared_ptr<IField> m_field;
     bool m_ok = false;
     bool m_entityOnly = false;
-    int m_treeTop = 0;
 };
 
 } // namespace Orvane

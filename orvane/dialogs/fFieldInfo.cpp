@@ -12,6 +12,7 @@
 
 #include <QComboBox>
 #include <QDateTime>
+#include <QDialogButtonBox>
 #include <QEvent>
 #include <QFormLayout>
 #include <QHBoxLayout>
@@ -27,9 +28,6 @@ namespace {
 
 const QString AppGroup = QStringLiteral("Traffic");
 const QString SaveTitle = QStringLiteral("Creating new EDS field");
-
-// The width of the "..." button that opens the style chooser.
-constexpr int EllipsisButtonWidth = 375;
 
 // Style bits of a field and the font attribute each gives the sample.
 constexpr qint32 BoldBit = 1;
@@ -174,7 +172,7 @@ void fFieldInfo::createControls() {
     cmdStyle = named(new QPushButton(QStringLiteral("..."), this), "cmdStyle");
     cmdStyle->setToolTip(QStringLiteral("Field Style"));
     cmdStyle->setAutoDefault(false);
-    cmdStyle->setFixedWidth(mOrvane::TwipsToPixels(EllipsisButtonWidth));
+    cmdStyle->setFixedWidth(cmdStyle->sizeHint().height());
 
     cmdOk = named(new QPushButton(QStringLiteral("&OK"), this), "cmdOk");
     cmdCancel = named(new QPushButton(QStringLiteral("&Cancel"), this), "cmdCancel");
@@ -201,15 +199,15 @@ void fFieldInfo::layoutControls() {
     lblStyle->setBuddy(cmdStyle);
     form->addRow(lblStyle, styleRow);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(cmdOk);
-    buttons->addWidget(cmdCancel);
-    buttons->addWidget(cmdHelp);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdOk, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+    buttons->addButton(cmdHelp, QDialogButtonBox::HelpRole);
 
     auto* page = new QVBoxLayout(this);
     page->addLayout(form);
-    page->addLayout(buttons);
+    page->addStretch(1);
+    page->addWidget(buttons);
     m_form = form;
 }
 

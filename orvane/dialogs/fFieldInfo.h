@@ -57,33 +57,6 @@ public:
     QString IAppForm_Name() const override { return windowTitle(); }
     void IAppForm_SaveState() override {}
 
-    QLabel* lblName = nullptr;
-    QLineEdit* txtName = nullptr;
-    QLabel* lblDescription = nullptr;
-    QLineEdit* txtDescription = nullptr;
-    QLabel* lblHeadingRow1 = nullptr;
-    QLineEdit* txtHeadingRow1 = nullptr;
-    QLabel* lblHeadingRow2 = nullptr;
-    QLineEdit* txtHeadingRow2 = nullptr;
-    QLabel* lblDataType = nullptr;
-    QComboBox* cboDataType = nullptr;
-    QLabel* lblTimeAggregator = nullptr;
-    QComboBox* cboTimeAggregator = nullptr;
-    QLabel* lblElementAggregator = nullptr;
-    QComboBox* cboElementAggregator = nullptr;
-    // Control arrays: element 0 is the hidden design-time pair that the others are made after;
-    // elements 1 to n show the extra columns in use, in the dictionary's order.
-    QList<QLabel*> lblExt;
-    QList<QLineEdit*> txtExt;
-    QLabel* lblTechnology = nullptr;
-    XTechnologies* xTech = nullptr;
-    QLabel* lblStyle = nullptr;
-    QLineEdit* txtStyle = nullptr;
-    QPushButton* cmdStyle = nullptr;
-    QPushButton* cmdOk = nullptr;
-    QPushButton* cmdCancel = nullptr;
-    QPushButton* cmdHelp = nullptr;
-
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -123,6 +96,33 @@ private:
     qint32 entityId() const;
     QString entityName() const;
     static QString extraValue(const ExtraValues& values, const QString& column);
+
+    QLabel* lblName = nullptr;
+    QLineEdit* txtName = nullptr;
+    QLabel* lblDescription = nullptr;
+    QLineEdit* txtDescription = nullptr;
+    QLabel* lblHeadingRow1 = nullptr;
+    QLineEdit* txtHeadingRow1 = nullptr;
+    QLabel* lblHeadingRow2 = nullptr;
+    QLineEdit* txtHeadingRow2 = nullptr;
+    QLabel* lblDataType = nullptr;
+    QComboBox* cboDataType = nullptr;
+    QLabel* lblTimeAggregator = nullptr;
+    QComboBox* cboTimeAggregator = nullptr;
+    QLabel* lblElementAggregator = nullptr;
+    QComboBox* cboElementAggregator = nullptr;
+    // One label and box per extra column in use, in the dictionary's order, numbered from 1;
+    // element 0 is a hidden pair that keeps that numbering.
+    QList<QLabel*> lblExt;
+    QList<QLineEdit*> txtExt;
+    QLabel* lblTechnology = nullptr;
+    XTechnologies* xTech = nullptr;
+    QLabel* lblStyle = nullptr;
+    QLineEdit* txtStyle = nullptr;
+    QPushButton* cmdStyle = nullptr;
+    QPushButton* cmdOk = nullptr;
+    QPushButton* cmdCancel = nullptr;
+    QPushButton* cmdHelp = nullptr;
 
     QFormLayout* m_form = nullptr;
     int m_extraRow = 0; // where the next extra-column pair goes

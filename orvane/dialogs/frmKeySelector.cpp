@@ -1,7 +1,6 @@
 #include "orvane/dialogs/frmKeySelector.h"
 
 #include "orvane/dialogs/FSelectEntityTree.h"
-#include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
@@ -10,6 +9,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
+#include <QDialogButtonBox>
 #include <QGridLayout>
 #include <QHBoxLayout>
 #include <QKeyEvent>
@@ -19,6 +19,8 @@
 #include <QRegularExpressionValidator>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyle>
+#include <QStyleOptionSpinBox>
 #include <QVBoxLayout>
 
 namespace Orvane {
@@ -26,10 +28,6 @@ namespace Orvane {
 namespace {
 
 const QString AppGroup = QStringLiteral("Traffic");
-
-// Widths of the up-down arrows beside the ordinal and of the "..." button.
-constexpr int UpDownWidth = 300;
-constexpr int EllipsisButtonWidth = 375;
 
 bool isAsciiDigit(QChar c) {
     return c >= QLatin1Char('0') && c <= QLatin1Char('9');
@@ -44,6 +42,17 @@ bool isDiscardedKeystroke(const QKeyEvent& key) {
         return false;
     const QString text = key.text();
     return !text.isEmpty() && text.front().isPrint() && !isAsciiDigit(text.front());
+}
+
+// The width of the box's arrows alone, without room for its own number.
+int arrowsWidth(const QSpinBox& box) {
+    QStyleOptionSpinBox option;
+    option.initFrom(&box);
+    option.rect = QRect(QPoint(0, 0), box.sizeHint());
+    option.subControls = QStyle::SC_All;
+    const QRect number =
+        box.style()->subControlRect(QStyle::CC_SpinBox, &option, QStyle::SC_SpinBoxEditField, &box);
+    return option.rect.width() - number.width();
 }
 
 // An empty box has no number; it counts as 0.
@@ -76,7 +85,7 @@ void frmKeySelector::createControls() {
     cmdSelect->setObjectName(QStringLiteral("cmdSelect"));
     cmdSelect->setToolTip(QStringLiteral("Select field"));
     cmdSelect->setAutoDefault(false);
-    cmdSelect->setFixedWidth(mOrvane::TwipsToPixels(EllipsisButtonWidth));
+    cmdSelect->setFixedWidth(cmdSelect->sizeHint().height());
 
     lblOrdinal = new QLabel(QStringLiteral("Ordinal:"), this);
     lblOrdinal->setObjectName(QStringLiteral("lblOrdinal"));
@@ -91,7 +100,7 @@ void frmKeySelector::createControls() {
     udOrdinal->setToolTip(QStringLiteral("Select Key Ordinal"));
     udOrdinal->setRange(MinOrdinal, MaxOrdinal);
     udOrdinal->setFocusPolicy(Qt::NoFocus);
-    udOrdinal->setFixedWidth(mOrvane::TwipsToPixels(UpDownWidth));
+    udOrdinal->setFixedWidth(arrowsWidth(*udOrdinal));
 
     cmdOk = new QPushButton(QStringLiteral("&OK"), this);
     cmdOk->setObjectName(QStringLiteral("cmdOk"));
@@ -109,6 +118,8 @@ void frmKeySelector::createControls() {
 }
 
 void frmKeySelector::layoutControls() {
+    lblField->setBuddy(txtField);
+    lblOrdinal->setBuddy(txtOrdinal);
     auto* grid = new QGridLayout;
     grid->addWidget(lblField, 0, 0);
     grid->addWidget(txtField, 0, 1);
@@ -122,14 +133,14 @@ void frmKeySelector::layoutControls() {
     grid->addLayout(ordinalRow, 1, 1, 1, 2);
     grid->setColumnStretch(1, 1);
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch(1);
-    buttons->addWidget(cmdOk);
-    buttons->addWidget(cmdCancel);
+    auto* buttons = new QDialogButtonBox(this);
+    buttons->addButton(cmdOk, QDialogButtonBox::AcceptRole);
+    buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
 
     auto* page = new QVBoxLayout(this);
     page->addLayout(grid);
-    page->addLayout(buttons);
+    page->addStretch(1);
+    page->addWidget(buttons);
 }
 
 void frmKeySelector::Initialize(qint32 ordinal, qint32 fieldId) {

@@ -47,16 +47,6 @@ public:
     QString FieldName() const;
     bool Cancel() const { return m_cancel; }
 
-    QLabel* lblField = nullptr;
-    QLineEdit* txtField = nullptr;
-    QPushButton* cmdSelect = nullptr;
-    QLabel* lblOrdinal = nullptr;
-    QLineEdit* txtOrdinal = nullptr;
-    // The up-down arrows beside txtOrdinal; its own number box is narrowed away.
-    QSpinBox* udOrdinal = nullptr;
-    QPushButton* cmdOk = nullptr;
-    QPushButton* cmdCancel = nullptr;
-
 public slots:
     // Closing by any other way than OK (Escape, the window's close button) cancels.
     void reject() override;
@@ -72,6 +62,16 @@ private:
     void confirm();
     void refuse(const QString& message, QWidget* focus);
     bool ordinalInUse() const;
+
+    QLabel* lblField = nullptr;
+    QLineEdit* txtField = nullptr;
+    QPushButton* cmdSelect = nullptr;
+    QLabel* lblOrdinal = nullptr;
+    QLineEdit* txtOrdinal = nullptr;
+    // The up-down arrows beside txtOrdinal; its own number box is narrowed away.
+    QSpinBox* udOrdinal = nullptr;
+    QPushButton* cmdOk = nullptr;
+    QPushButton* cmdCancel = nullptr;
 
     CDataSourcesColumns* m_columns = nullptr;
     qint32 m_ordinal = 0;

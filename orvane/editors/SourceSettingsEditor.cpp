@@ -7,13 +7,15 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 
 namespace Orvane {
 
-SourceSettingsEditor::SourceSettingsEditor(QWidget* parent)
-    : QWidget(parent) {}
+SourceSettingsEditor::SourceSettingsEditor(QWidget* parent, QSize leastSize)
+    : QWidget(parent)
+    , m_leastSize(leastSize) {}
 
 SourceSettingsEditor::~SourceSettingsEditor() = default;
 
@@ -33,6 +35,21 @@ void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& to
     cboFrequency->setObjectName(QStringLiteral("cboFrequency"));
     cboFrequency->setToolTip(toolTip);
     connect(cboFrequency, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+}
+
+QHBoxLayout* SourceSettingsEditor::timeSeriesRow() {
+    lblFreq->setBuddy(cboFrequency);
+    auto* row = new QHBoxLayout;
+    row->addWidget(ckTimeSeries);
+    row->addSpacing(ckTimeSeries->sizeHint().height());
+    row->addWidget(lblFreq);
+    row->addWidget(cboFrequency);
+    row->addStretch(1);
+    return row;
+}
+
+QSize SourceSettingsEditor::minimumSizeHint() const {
+    return QWidget::minimumSizeHint().expandedTo(m_leastSize);
 }
 
 QLabel* SourceSettingsEditor::createLabel(const QString& name, const QString& caption,

@@ -4,6 +4,7 @@
 
 class QCheckBox;
 class QComboBox;
+class QHBoxLayout;
 class QLabel;
 class QLineEdit;
 
@@ -26,19 +27,24 @@ public:
     // Shows the frequency's name; an unknown id leaves nothing selected.
     void setFrequency(qint32 value);
 
-    QCheckBox* ckTimeSeries = nullptr;
-    QLabel* lblFreq = nullptr;
-    QComboBox* cboFrequency = nullptr;
+    // What the layout needs, and never less than the editor's least size.
+    QSize minimumSizeHint() const override;
 
 signals:
     void dsgChange(bool isTimeSeriesChange);
 
 protected:
-    explicit SourceSettingsEditor(QWidget* parent);
+    SourceSettingsEditor(QWidget* parent, QSize leastSize);
+
+    QCheckBox* ckTimeSeries = nullptr;
+    QLabel* lblFreq = nullptr;
+    QComboBox* cboFrequency = nullptr;
 
     void createTimeSeriesBox(QWidget* parent);
     void createFrequencyLabel(QWidget* parent);
     void createFrequencyBox(QWidget* parent, const QString& toolTip);
+    // The time-series box, then the frequency with its label, on one line.
+    QHBoxLayout* timeSeriesRow();
     QLabel* createLabel(const QString& name, const QString& caption, QWidget* parent);
     QLineEdit* createTextBox(const QString& name, const QString& toolTip, QWidget* parent);
 
@@ -63,6 +69,9 @@ protected:
 
     // The box's click, whether from the user or from a program that changed its state.
     virtual void timeSeriesClicked(bool checked) = 0;
+
+private:
+    QSize m_leastSize;
 };
 
 } // namespace Orvane

@@ -9,16 +9,18 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFormLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
+#include <QVBoxLayout>
 #include <QtGlobal>
+
+#include <utility>
 
 namespace Orvane {
 
 namespace {
-
-using mOrvane::TwipsToPixels;
 
 // The entries of cboDelimeter, aligned on the symbol, and the character each one stands for.
 const QStringList DelimiterEntries = {QStringLiteral("   <space>"), QStringLiteral(" : <colon>"),
@@ -28,28 +30,21 @@ const QStringList Delimiters = {QStringLiteral(" "), QStringLiteral(":"), QStrin
                                 QStringLiteral("/"), QStringLiteral("\t")};
 constexpr int TabDelimiter = 4;
 
-constexpr int MinWidth = 6195;
-constexpr int MinHeight = 2505;
-constexpr int TextBoxMargin = 1080; // a text box is this much narrower than the control
-constexpr int Left = 120;
-constexpr int LabelHeight = 240;
-constexpr int BoxHeight = 345;
-constexpr int ListWidth = 2000;
+// The least size that still shows a usable path: 6195 by 2505 twips.
+constexpr QSize LeastSize(413, 167);
 
 } // namespace
 
 XDataSourcesGen::XDataSourcesGen(QWidget* parent)
-    : SourceSettingsEditor(parent) {
+    : SourceSettingsEditor(parent, LeastSize) {
     setObjectName(QStringLiteral("XDataSourcesGen"));
     createControls();
+    layoutControls();
     {
         QScopedValueRollback<bool> loading(Loading, true);
         fillDelimiters();
     }
     applyFrequencyRule();
-    setMinimumSize(TwipsToPixels(MinWidth), TwipsToPixels(MinHeight));
-    resize(TwipsToPixels(MinWidth), TwipsToPixels(MinHeight));
-    layoutControls();
 }
 
 XDataSourcesGen::~XDataSourcesGen() = default;
@@ -199,31 +194,23 @@ bool XDataSourcesGen::timeStampRemovalRefused() {
     return !ColumnSave::TemplateUseCheck(true, timeStamp->Column_Id());
 }
 
-void XDataSourcesGen::resizeEvent(QResizeEvent* event) {
-    SourceSettingsEditor::resizeEvent(event);
-    layoutControls();
-}
-
+// Each caption stands above its box, as the boxes take the editor's whole width.
 void XDataSourcesGen::layoutControls() {
-    const int textWidth = width() - TwipsToPixels(TextBoxMargin);
-    lblDesc->setGeometry(TwipsToPixels(Left), TwipsToPixels(60), TwipsToPixels(ListWidth),
-                         TwipsToPixels(LabelHeight));
-    txtDescription->setGeometry(TwipsToPixels(Left), TwipsToPixels(300), textWidth,
-                                TwipsToPixels(BoxHeight));
-    lblFile->setGeometry(TwipsToPixels(Left), TwipsToPixels(705), TwipsToPixels(ListWidth),
-                         TwipsToPixels(LabelHeight));
-    txtFile->setGeometry(TwipsToPixels(Left), TwipsToPixels(945), textWidth,
-                         TwipsToPixels(BoxHeight));
-    lblDelimeter->setGeometry(TwipsToPixels(Left), TwipsToPixels(1350), TwipsToPixels(ListWidth),
-                              TwipsToPixels(LabelHeight));
-    cboDelimeter->setGeometry(TwipsToPixels(Left), TwipsToPixels(1590), TwipsToPixels(ListWidth),
-                              TwipsToPixels(BoxHeight));
-    ckTimeSeries->setGeometry(TwipsToPixels(Left), TwipsToPixels(2055), TwipsToPixels(2400),
-                              TwipsToPixels(BoxHeight));
-    lblFreq->setGeometry(TwipsToPixels(2520), TwipsToPixels(2100), TwipsToPixels(1080),
-                         TwipsToPixels(LabelHeight));
-    cboFrequency->setGeometry(TwipsToPixels(3640), TwipsToPixels(2055), TwipsToPixels(ListWidth),
-                              TwipsToPixels(BoxHeight));
+    auto* form = new QFormLayout;
+    form->setRowWrapPolicy(QFormLayout::WrapAllRows);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    for (auto [label, input] : {std::pair<QLabel*, QWidget*>{lblDesc, txtDescription},
+                                {lblFile, txtFile},
+                                {lblDelimeter, cboDelimeter}}) {
+        label->setBuddy(input);
+        form->addRow(label, input);
+    }
+    cboDelimeter->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    form->addRow(timeSeriesRow());
+
+    auto* page = new QVBoxLayout(this);
+    page->addLayout(form);
+    page->addStretch(1);
 }
 
 } // namespace Orvane

@@ -35,15 +35,7 @@ public:
                     bool bIsTimeSeries, qint32 lFreq);
     bool IsValid(const QString& sMsgBoxTitle);
 
-    QLabel* lblDesc = nullptr;
-    QLineEdit* txtDescription = nullptr;
-    QLabel* lblFile = nullptr;
-    FileNameEdit* txtFile = nullptr;
-    QLabel* lblDelimeter = nullptr;
-    QComboBox* cboDelimeter = nullptr;
-
 protected:
-    void resizeEvent(QResizeEvent* event) override;
     void timeSeriesClicked(bool checked) override;
 
 private:
@@ -51,6 +43,13 @@ private:
     void fillDelimiters();
     void layoutControls();
     bool timeStampRemovalRefused();
+
+    QLabel* lblDesc = nullptr;
+    QLineEdit* txtDescription = nullptr;
+    QLabel* lblFile = nullptr;
+    FileNameEdit* txtFile = nullptr;
+    QLabel* lblDelimeter = nullptr;
+    QComboBox* cboDelimeter = nullptr;
 
     std::shared_ptr<CDataSourcesData> m_data;
     // Swallows the click the control causes itself when it re-checks the box.

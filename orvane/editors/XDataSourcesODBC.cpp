@@ -1,80 +1,53 @@
 #include "orvane/editors/XDataSourcesODBC.h"
 
-#include "orvane/editors/mOrvane.h"
-
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFormLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QScopedValueRollback>
-
-#include <algorithm>
+#include <QVBoxLayout>
 
 namespace Orvane {
 
 namespace {
 
-using mOrvane::TwipsToPixels;
-
-constexpr int MinWidth = 5715;
-constexpr int DesignHeight = 3075;
-constexpr int FrameMargin = 120;    // a frame is this much narrower than the control
-constexpr int TextBoxMargin = 1080; // and a text box this much
-constexpr int FrameLeft = 60;
-constexpr int BoxLeftInFrame = 930;
-constexpr int LabelGap = 45;
-constexpr int RowHeight = 315;
-constexpr int RowSpacing = 360;
-constexpr int FirstRowTop = 300;
-constexpr int SourceTop = 60;
-constexpr int SourceHeight = 1380;
-constexpr int LoginTop = 1500;
-constexpr int LoginHeight = 1020;
-constexpr int TimeSeriesTop = 2640;
+// The least size that still shows usable boxes: 5715 twips wide; the height is the layout's.
+constexpr QSize LeastSize(381, 0);
 
 } // namespace
 
 XDataSourcesODBC::XDataSourcesODBC(QWidget* parent)
-    : SourceSettingsEditor(parent) {
+    : SourceSettingsEditor(parent, LeastSize) {
     setObjectName(QStringLiteral("XDataSourcesODBC"));
     createControls();
+    layoutControls();
     orderTabs();
     applyFrequencyRule();
-    setMinimumWidth(TwipsToPixels(MinWidth));
-    resize(TwipsToPixels(MinWidth), TwipsToPixels(DesignHeight));
-    layoutControls();
 }
 
 XDataSourcesODBC::~XDataSourcesODBC() = default;
 
+// Each frame holds its boxes, then their labels; the boxes in the order IsValid walks them.
 void XDataSourcesODBC::createControls() {
-    createSourceFrame();
-    lblTable = createLabel(QStringLiteral("lblTable"), QStringLiteral("Table:"), this);
-    lblDatabase = createLabel(QStringLiteral("lblDatabase"), QStringLiteral("Database:"), this);
-    lblServer = createLabel(QStringLiteral("lblServer"), QStringLiteral("Server:"), this);
-    createLoginFrame();
-    lblPass = createLabel(QStringLiteral("lblPass"), QStringLiteral("Password:"), this);
-    lblUser = createLabel(QStringLiteral("lblUser"), QStringLiteral("UserId:"), this);
-    for (QLabel* label : {lblTable, lblDatabase, lblServer, lblPass, lblUser})
-        label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-    createTimeSeriesBox(this);
-    createFrequencyBox(this, QStringLiteral("Select data frequency"));
-    createFrequencyLabel(this);
-}
-
-void XDataSourcesODBC::createSourceFrame() {
     fraDatabase = createFrame(QStringLiteral("fraDatabase"), QStringLiteral("Source"));
     txtDB_Table = createSettingBox(QStringLiteral("txtDB_Table"), fraDatabase);
     txtDB_Database = createSettingBox(QStringLiteral("txtDB_Database"), fraDatabase);
     txtDB_Server = createSettingBox(QStringLiteral("txtDB_Server"), fraDatabase);
-}
-
-void XDataSourcesODBC::createLoginFrame() {
+    lblTable = createLabel(QStringLiteral("lblTable"), QStringLiteral("Table:"), fraDatabase);
+    lblDatabase =
+        createLabel(QStringLiteral("lblDatabase"), QStringLiteral("Database:"), fraDatabase);
+    lblServer = createLabel(QStringLiteral("lblServer"), QStringLiteral("Server:"), fraDatabase);
     fraLogin = createFrame(QStringLiteral("fraLogin"), QStringLiteral("Login"));
     txtDB_Password = createSettingBox(QStringLiteral("txtDB_Password"), fraLogin);
     txtDB_Password->setEchoMode(QLineEdit::Password);
     txtDB_UserId = createSettingBox(QStringLiteral("txtDB_UserId"), fraLogin);
+    lblPass = createLabel(QStringLiteral("lblPass"), QStringLiteral("Password:"), fraLogin);
+    lblUser = createLabel(QStringLiteral("lblUser"), QStringLiteral("UserId:"), fraLogin);
+    createTimeSeriesBox(this);
+    createFrequencyBox(this, QStringLiteral("Select data frequency"));
+    createFrequencyLabel(this);
 }
 
 QGroupBox* XDataSourcesODBC::createFrame(const QString& name, const QString& caption) {
@@ -187,40 +160,29 @@ void XDataSourcesODBC::timeSeriesClicked(bool) {
     raiseChange(true);
 }
 
-void XDataSourcesODBC::resizeEvent(QResizeEvent* event) {
-    SourceSettingsEditor::resizeEvent(event);
-    layoutControls();
-}
-
+// Server, Database and Table from the top in "Source", UserId above Password in "Login",
+// the time series last.
 void XDataSourcesODBC::layoutControls() {
-    const int frameWidth = width() - TwipsToPixels(FrameMargin);
-    fraDatabase->setGeometry(TwipsToPixels(FrameLeft), TwipsToPixels(SourceTop), frameWidth,
-                             TwipsToPixels(SourceHeight));
-    placeRow(lblServer, txtDB_Server, fraDatabase, FirstRowTop);
-    placeRow(lblDatabase, txtDB_Database, fraDatabase, FirstRowTop + RowSpacing);
-    placeRow(lblTable, txtDB_Table, fraDatabase, FirstRowTop + 2 * RowSpacing);
-    fraLogin->setGeometry(TwipsToPixels(FrameLeft), TwipsToPixels(LoginTop), frameWidth,
-                          TwipsToPixels(LoginHeight));
-    placeRow(lblUser, txtDB_UserId, fraLogin, FirstRowTop);
-    placeRow(lblPass, txtDB_Password, fraLogin, FirstRowTop + RowSpacing);
-    ckTimeSeries->setGeometry(TwipsToPixels(120), TwipsToPixels(TimeSeriesTop), TwipsToPixels(2400),
-                              TwipsToPixels(RowHeight));
-    lblFreq->setGeometry(TwipsToPixels(2520), TwipsToPixels(TimeSeriesTop), TwipsToPixels(1080),
-                         TwipsToPixels(RowHeight));
-    cboFrequency->setGeometry(TwipsToPixels(3640), TwipsToPixels(TimeSeriesTop),
-                              TwipsToPixels(1800), TwipsToPixels(RowHeight));
+    layoutFrame(
+        fraDatabase,
+        {{lblServer, txtDB_Server}, {lblDatabase, txtDB_Database}, {lblTable, txtDB_Table}});
+    layoutFrame(fraLogin, {{lblUser, txtDB_UserId}, {lblPass, txtDB_Password}});
+    auto* page = new QVBoxLayout(this);
+    page->addWidget(fraDatabase);
+    page->addWidget(fraLogin);
+    page->addLayout(timeSeriesRow());
+    page->addStretch(1);
 }
 
-// The labels belong to the control itself and sit over the frame, ending just before their
-// boxes; a font wider than the design's may take them over the frame's left edge.
-void XDataSourcesODBC::placeRow(QLabel* label, QLineEdit* textBox, const QGroupBox* frame,
-                                int rowTop) {
-    textBox->setGeometry(TwipsToPixels(BoxLeftInFrame), TwipsToPixels(rowTop),
-                         width() - TwipsToPixels(TextBoxMargin), TwipsToPixels(RowHeight));
-    const int labelRight = frame->x() + TwipsToPixels(BoxLeftInFrame - LabelGap);
-    const int labelWidth = std::min(labelRight, label->sizeHint().width());
-    label->setGeometry(labelRight - labelWidth, frame->y() + TwipsToPixels(rowTop), labelWidth,
-                       TwipsToPixels(RowHeight));
+void XDataSourcesODBC::layoutFrame(QGroupBox* frame,
+                                   std::initializer_list<std::pair<QLabel*, QLineEdit*>> rows) {
+    auto* form = new QFormLayout(frame);
+    form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    for (auto [label, textBox] : rows) {
+        label->setBuddy(textBox);
+        form->addRow(label, textBox);
+    }
 }
 
 } // namespace Orvane

@@ -4,6 +4,9 @@
 
 #include <QList>
 
+#include <initializer_list>
+#include <utility>
+
 class QGroupBox;
 
 namespace Orvane {
@@ -35,6 +38,18 @@ public:
                     const QString& sPassword);
     bool IsValid(const QString& sMsgBoxTitle);
 
+protected:
+    void timeSeriesClicked(bool checked) override;
+
+private:
+    void createControls();
+    QGroupBox* createFrame(const QString& name, const QString& caption);
+    QLineEdit* createSettingBox(const QString& name, QWidget* frame);
+    void orderTabs();
+    void layoutControls();
+    static void layoutFrame(QGroupBox* frame,
+                            std::initializer_list<std::pair<QLabel*, QLineEdit*>> rows);
+
     QGroupBox* fraDatabase = nullptr;
     QLineEdit* txtDB_Table = nullptr;
     QLineEdit* txtDB_Database = nullptr;
@@ -47,21 +62,6 @@ public:
     QLineEdit* txtDB_UserId = nullptr;
     QLabel* lblPass = nullptr;
     QLabel* lblUser = nullptr;
-
-protected:
-    void resizeEvent(QResizeEvent* event) override;
-    void timeSeriesClicked(bool checked) override;
-
-private:
-    void createControls();
-    void createSourceFrame();
-    void createLoginFrame();
-    QGroupBox* createFrame(const QString& name, const QString& caption);
-    QLineEdit* createSettingBox(const QString& name, QWidget* frame);
-    void orderTabs();
-    void layoutControls();
-    void placeRow(QLabel* label, QLineEdit* textBox, const QGroupBox* frame, int rowTop);
-
     QList<QLineEdit*> m_textBoxes;
 };
 

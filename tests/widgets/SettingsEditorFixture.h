@@ -1,15 +1,20 @@
 #pragma once
 
 #include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QSignalSpy>
 #include <QTest>
 
 namespace Orvane::Testing {
 
-// What the tests of the ASCII and the ODBC settings editors share: three listed frequencies, an
-// active window and the check of a failed validation.
-class SettingsEditorFixture : public FakeHostTest {
+// What the tests of the ASCII and the ODBC settings editors share: three listed frequencies, the
+// editor's change signal, its shared controls and the check of a failed validation.
+template <typename Editor> class SettingsEditorFixture : public FakeHostTest {
 protected:
     SettingsEditorFixture() {
         query->Answer("qv_frequency", {{{"frequency_id", 15}, {"Description", "15 Minutes"}},
@@ -17,18 +22,23 @@ protected:
                                        {{"frequency_id", 1440}, {"Description", "Daily"}}});
     }
 
-    static void showActive(QWidget& editor) {
+    QLineEdit* box(const char* name) { return child<QLineEdit>(editor, name); }
+    QComboBox* list(const char* name) { return child<QComboBox>(editor, name); }
+    QCheckBox* timeSeries() { return child<QCheckBox>(editor, "ckTimeSeries"); }
+    QComboBox* frequency() { return list("cboFrequency"); }
+
+    void showActive() {
         editor.show();
         editor.activateWindow();
         ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
     }
 
-    // IsValid fails with one critical message and the focus on the control to correct.
-    template <typename Editor>
-    void expectInvalid(Editor& editor, const QString& kind, const QString& message,
-                       const QString& title, QWidget* focus) {
+    // IsValid("Doc") fails with one critical message, titled "Doc" and the suffix, and the focus
+    // on the control to correct.
+    void expectInvalid(const QString& message, const QString& titleSuffix, QWidget* focus) {
+        const QString title = QStringLiteral("Doc") + titleSuffix;
         app->msgBoxes.clear();
-        EXPECT_FALSE(editor.IsValid(kind));
+        EXPECT_FALSE(editor.IsValid(QStringLiteral("Doc")));
         ASSERT_EQ(app->msgBoxes.size(), 1);
         EXPECT_EQ(app->msgBoxes[0].prompt, message);
         EXPECT_EQ(app->msgBoxes[0].title, title);
@@ -37,13 +47,8 @@ protected:
         EXPECT_EQ(QApplication::focusWidget(), focus) << title.toStdString();
     }
 
-    // The object names of the children, joined by blanks, so that a failure prints readably.
-    static std::string childNames(const QObject* parent, const QString& filter = QString()) {
-        QStringList names;
-        for (const QObject* child : parent->children())
-            names << child->objectName();
-        return names.filter(filter).join(QLatin1Char(' ')).toStdString();
-    }
+    Editor editor;
+    QSignalSpy changes{&editor, &Editor::dsgChange};
 };
 
 } // namespace Orvane::Testing

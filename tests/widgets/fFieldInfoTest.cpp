@@ -1,5 +1,6 @@
 #include "orvane/dialogs/fFieldInfo.h"
 #include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -50,6 +51,16 @@ protected:
 
     FakeTechnologies& tech() { return *widgets->lastTechnologies; }
 
+    template <typename T = QLineEdit> static T* ctl(const fFieldInfo& dialog, const QString& name) {
+        return child<T>(dialog, name);
+    }
+    static QComboBox* list(const fFieldInfo& dialog, const char* name) {
+        return child<QComboBox>(dialog, name);
+    }
+    static void press(const fFieldInfo& dialog, const char* name) {
+        QTest::mouseClick(child<QPushButton>(dialog, name), Qt::LeftButton);
+    }
+
     QString lastPrompt() const {
         return app->msgBoxes.isEmpty() ? QString() : app->msgBoxes.last().prompt;
     }
@@ -57,7 +68,7 @@ protected:
     // OK is refused with this message under the dialog's caption, and the focus on the control.
     void expectRefused(fFieldInfo& dialog, const QString& message, QWidget* focus) {
         app->msgBoxes.clear();
-        QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+        press(dialog, "cmdOk");
         ASSERT_EQ(app->msgBoxes.size(), 1);
         EXPECT_EQ(app->msgBoxes[0].prompt, message);
         EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
@@ -90,31 +101,23 @@ TEST_F(FieldEditorTest, NewFieldShowsItsCaptionsRegistersAndShowsItsHelp) {
     {
         fFieldInfo dialog;
         openNew(dialog);
-        EXPECT_EQ(dialog.objectName(), "fFieldInfo");
         EXPECT_EQ(dialog.windowTitle(), Caption);
         EXPECT_EQ(dialog.IAppForm_Name(), Caption);
-        EXPECT_EQ(dialog.lblName->text(), "&Name: ");
-        EXPECT_EQ(dialog.lblHeadingRow1->text(), "Heading Line &1: ");
-        EXPECT_EQ(dialog.lblElementAggregator->text(), "&Element Aggregator: ");
-        EXPECT_EQ(dialog.txtStyle->text(), "Sample");
-        EXPECT_EQ(dialog.cmdStyle->toolTip(), "Field Style");
-        EXPECT_EQ(dialog.cboDataType->currentText(), "Float");
-        EXPECT_FALSE(dialog.cboDataType->isEnabled());
-        EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Sum");
-        EXPECT_EQ(dialog.cboElementAggregator->count(), 3);
-        EXPECT_EQ(dialog.txtName->maxLength(), 30);
-        EXPECT_EQ(dialog.txtDescription->maxLength(), 80);
+        EXPECT_EQ(list(dialog, "cboDataType")->currentText(), "Float");
+        EXPECT_FALSE(list(dialog, "cboDataType")->isEnabled());
+        EXPECT_EQ(list(dialog, "cboTimeAggregator")->currentText(), "Sum");
+        EXPECT_EQ(ctl(dialog, "txtName")->maxLength(), 30);
         EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
         EXPECT_EQ(tech().initializations, 1);
         EXPECT_FALSE(dialog.Modified());
         EXPECT_EQ(app->registeredForms, 1);
         EXPECT_EQ(dialog.IAppForm_Kind(), 16);
-        QTest::mouseClick(dialog.cmdHelp, Qt::LeftButton);
+        press(dialog, "cmdHelp");
         EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
 
         fFieldInfo other;
         other.InitializeForNew(entity, "Date", nullptr);
-        EXPECT_EQ(other.cboDataType->currentText(), "Integer");
+        EXPECT_EQ(list(other, "cboDataType")->currentText(), "Integer");
     }
     EXPECT_EQ(app->registeredForms, 0);
 }
@@ -125,25 +128,24 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
     openExisting(dialog);
 
     EXPECT_EQ(dialog.windowTitle(), UpdateCaption);
-    EXPECT_EQ(dialog.txtName->text(), "Volume");
-    EXPECT_EQ(dialog.txtHeadingRow2->text(), "kB");
-    EXPECT_EQ(dialog.cboDataType->currentText(), "String");
-    EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Average");
-    EXPECT_EQ(dialog.cboElementAggregator->currentText(), "Sum");
+    EXPECT_EQ(ctl(dialog, "txtName")->text(), "Volume");
+    EXPECT_EQ(ctl(dialog, "txtHeadingRow2")->text(), "kB");
+    EXPECT_EQ(list(dialog, "cboDataType")->currentText(), "String");
+    EXPECT_EQ(list(dialog, "cboTimeAggregator")->currentText(), "Average");
+    EXPECT_EQ(list(dialog, "cboElementAggregator")->currentText(), "Sum");
     EXPECT_EQ(tech().mask, 5);
 
-    ASSERT_EQ(dialog.txtExt.size(), 3); // the hidden design-time pair and two in use
-    EXPECT_TRUE(dialog.txtExt[0]->isHidden());
-    EXPECT_EQ(dialog.lblExt[1]->objectName(), "lblExt(1)");
-    EXPECT_EQ(dialog.lblExt[1]->text(), "Vendor:");
-    EXPECT_EQ(dialog.txtExt[1]->text(), "Acme");
-    EXPECT_EQ(dialog.lblExt[2]->text(), "Region:");
-    EXPECT_EQ(dialog.txtExt[2]->text(), "");
+    EXPECT_TRUE(ctl(dialog, "txtExt(0)")->isHidden()); // the pairs shown count from 1
+    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtExt(3)"), nullptr);
+    EXPECT_EQ(ctl<QLabel>(dialog, "lblExt(1)")->text(), "Vendor:");
+    EXPECT_EQ(ctl(dialog, "txtExt(1)")->text(), "Acme");
+    EXPECT_EQ(ctl<QLabel>(dialog, "lblExt(2)")->text(), "Region:");
+    EXPECT_EQ(ctl(dialog, "txtExt(2)")->text(), "");
 
-    EXPECT_TRUE(dialog.txtStyle->font().bold());
-    EXPECT_FALSE(dialog.txtStyle->font().italic());
-    EXPECT_TRUE(dialog.txtStyle->font().underline());
-    EXPECT_EQ(dialog.txtStyle->palette().color(QPalette::Text), QColor(255, 0, 0));
+    EXPECT_TRUE(ctl(dialog, "txtStyle")->font().bold());
+    EXPECT_FALSE(ctl(dialog, "txtStyle")->font().italic());
+    EXPECT_TRUE(ctl(dialog, "txtStyle")->font().underline());
+    EXPECT_EQ(ctl(dialog, "txtStyle")->palette().color(QPalette::Text), QColor(255, 0, 0));
     EXPECT_FALSE(dialog.Modified());
 }
 
@@ -151,12 +153,12 @@ TEST_F(FieldEditorTest, WithoutEditPermissionOnlyTheNameStaysEnabled) {
     app->editPermission = false;
     fFieldInfo dialog;
     openExisting(dialog);
-    EXPECT_TRUE(dialog.txtName->isEnabled());
-    EXPECT_TRUE(dialog.lblDescription->isEnabled());
-    EXPECT_FALSE(dialog.txtDescription->isEnabled());
-    EXPECT_FALSE(dialog.cboTimeAggregator->isEnabled());
-    EXPECT_FALSE(dialog.cmdOk->isEnabled());
-    EXPECT_TRUE(dialog.cmdCancel->isEnabled());
+    EXPECT_TRUE(ctl(dialog, "txtName")->isEnabled());
+    EXPECT_TRUE(ctl<QLabel>(dialog, "lblDescription")->isEnabled());
+    EXPECT_FALSE(ctl(dialog, "txtDescription")->isEnabled());
+    EXPECT_FALSE(list(dialog, "cboTimeAggregator")->isEnabled());
+    EXPECT_FALSE(ctl<QPushButton>(dialog, "cmdOk")->isEnabled());
+    EXPECT_TRUE(ctl<QPushButton>(dialog, "cmdCancel")->isEnabled());
 }
 
 TEST_F(FieldEditorTest, NameRuleAcceptsAsciiNamesUpToTheMaximum) {
@@ -179,11 +181,11 @@ TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOr
     openExisting(dialog); // Average / Sum
     EXPECT_EQ(dialog.windowTitle(), UpdateCaption);
     tech().check(0);
-    retype(dialog.txtName, "1abc");
-    expectRefused(dialog, NameRule, dialog.txtName);
-    retype(dialog.txtName, "caf\u00e9");
-    expectRefused(dialog, NameRule, dialog.txtName);
-    retype(dialog.txtName, "  volume2 ");
+    retype(ctl(dialog, "txtName"), "1abc");
+    expectRefused(dialog, NameRule, ctl(dialog, "txtName"));
+    retype(ctl(dialog, "txtName"), "caf\u00e9");
+    expectRefused(dialog, NameRule, ctl(dialog, "txtName"));
+    retype(ctl(dialog, "txtName"), "  volume2 ");
     expectRefused(dialog,
                   "A Field must be associated with at least one technology type.\r\n"
                   "Please select one or more technology types for this Field. ",
@@ -192,29 +194,18 @@ TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOr
 
     tech().check(3);
     expectRefused(dialog, "A Field with this name already exists. \r\nPlease select another name",
-                  dialog.txtName);
+                  ctl(dialog, "txtName"));
     EXPECT_EQ(query->log,
               QStringList{"OPEN SELECT field_id FROM QVD_DICT_FIELD WHERE entity_id = 5 "
                           "AND UPPER(field_name) = 'VOLUME2' AND field_id <> 12"});
 
-    retype(dialog.txtName, QString(31, QLatin1Char('n'))); // the box keeps 30: a valid name
+    retype(ctl(dialog, "txtName"), QString(31, QLatin1Char('n'))); // the box keeps 30: a valid name
     expectRefused(dialog,
                   "Field's time aggregation and element aggregation is not a valid choice.\r\n"
                   "Please check your aggregation selection and try again. ",
-                  dialog.cboTimeAggregator);
-    EXPECT_EQ(dialog.txtName->text(), QString(30, QLatin1Char('n')));
+                  list(dialog, "cboTimeAggregator"));
+    EXPECT_EQ(ctl(dialog, "txtName")->text(), QString(30, QLatin1Char('n')));
     EXPECT_TRUE(stored->saves.isEmpty());
-}
-
-TEST_F(FieldEditorTest, OkOnAnUnchangedExistingFieldSavesNothing) {
-    fFieldInfo dialog;
-    openExisting(dialog);
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
-
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_FALSE(dialog.Ok());
-    EXPECT_TRUE(stored->saves.isEmpty());
-    EXPECT_TRUE(query->log.isEmpty());
 }
 
 TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
@@ -223,16 +214,16 @@ TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
     app->ownerId = 77;
     fFieldInfo dialog;
     openNew(dialog);
-    QTest::keyClicks(dialog.txtDescription, " Dropped calls ");
-    QTest::keyClicks(dialog.txtHeadingRow1, "Drops");
-    QTest::keyClicks(dialog.txtExt[1], "Acme");
-    QTest::keyClicks(dialog.txtExt[2], "North");
-    dialog.cboTimeAggregator->setCurrentText("Average");
-    dialog.cboElementAggregator->setCurrentText("Maximum");
+    QTest::keyClicks(ctl(dialog, "txtDescription"), " Dropped calls ");
+    QTest::keyClicks(ctl(dialog, "txtHeadingRow1"), "Drops");
+    QTest::keyClicks(ctl(dialog, "txtExt(1)"), "Acme");
+    QTest::keyClicks(ctl(dialog, "txtExt(2)"), "North");
+    list(dialog, "cboTimeAggregator")->setCurrentText("Average");
+    list(dialog, "cboElementAggregator")->setCurrentText("Maximum");
     const QDateTime before = QDateTime::currentDateTime();
-    retype(dialog.txtName, " Drops_1 ");
+    retype(ctl(dialog, "txtName"), " Drops_1 ");
     tech().check(3);
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    press(dialog, "cmdOk");
 
     ASSERT_TRUE(dialog.Ok()) << lastPrompt().toStdString();
     EXPECT_EQ(dialog.result(), QDialog::Accepted);
@@ -264,16 +255,16 @@ TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
 TEST_F(FieldEditorTest, ExistingFieldSavesUnderItsIdWithItsStyle) {
     fFieldInfo dialog;
     openExisting(dialog);
-    QTest::mouseClick(dialog.cmdStyle, Qt::LeftButton); // the chooser is cancelled
+    press(dialog, "cmdStyle"); // the chooser is cancelled
     EXPECT_FALSE(dialog.Modified());
     dictionary->styleChosen = true;
     dictionary->chosenStyle = 2;
     dictionary->chosenStyleColour = 0xFF0000;
-    QTest::mouseDClick(dialog.txtStyle, Qt::LeftButton);
+    QTest::mouseDClick(ctl(dialog, "txtStyle"), Qt::LeftButton);
     EXPECT_TRUE(dialog.Modified());
-    EXPECT_TRUE(dialog.txtStyle->font().italic());
-    EXPECT_FALSE(dialog.txtStyle->font().bold());
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    EXPECT_TRUE(ctl(dialog, "txtStyle")->font().italic());
+    EXPECT_FALSE(ctl(dialog, "txtStyle")->font().bold());
+    press(dialog, "cmdOk");
 
     ASSERT_TRUE(dialog.Ok());
     EXPECT_EQ(dialog.Field(), stored);
@@ -292,20 +283,20 @@ TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
     stored->error = {2, true, "unique constraint"};
     fFieldInfo dialog;
     openExisting(dialog);
-    QTest::keyClicks(dialog.txtDescription, "!");
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    QTest::keyClicks(ctl(dialog, "txtDescription"), "!");
+    press(dialog, "cmdOk");
 
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes.at(0).prompt, "A field with the name you specified already exists. "
                                           "\r\nPlease specify a different name.");
     EXPECT_EQ(app->msgBoxes.at(0).title, "Creating new EDS field");
     EXPECT_EQ(app->msgBoxes.at(0).icon, MsgBoxIcon::Critical);
-    EXPECT_EQ(QApplication::focusWidget(), dialog.txtName);
+    EXPECT_EQ(QApplication::focusWidget(), ctl(dialog, "txtName"));
     EXPECT_TRUE(dialog.isVisible());
     EXPECT_FALSE(dialog.Ok());
 
     stored->error = {2, false, "ORA-00001: unique constraint"};
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    press(dialog, "cmdOk");
     ASSERT_EQ(app->msgBoxes.size(), 2);
     EXPECT_EQ(app->msgBoxes.at(1).prompt,
               "Unable to save New Field.\r\nORA-00001: unique constraint");
@@ -319,17 +310,18 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     fFieldInfo dialog;
     openNew(dialog); // Sum / Sum
 
-    dialog.cboElementAggregator->setFocus();
-    QTest::keyClick(dialog.cboElementAggregator, Qt::Key_End); // Maximum: a valid pair
-    EXPECT_EQ(dialog.cboTimeAggregator->currentText(), "Sum");
+    list(dialog, "cboElementAggregator")->setFocus();
+    QTest::keyClick(list(dialog, "cboElementAggregator"), Qt::Key_End); // Maximum: a valid pair
+    EXPECT_EQ(list(dialog, "cboTimeAggregator")->currentText(), "Sum");
 
-    dialog.cboTimeAggregator->setFocus();
-    QTest::keyClick(dialog.cboTimeAggregator, Qt::Key_Down); // Average / Maximum: not valid
-    EXPECT_EQ(dialog.cboElementAggregator->currentText(), "Average");
+    list(dialog, "cboTimeAggregator")->setFocus();
+    QTest::keyClick(list(dialog, "cboTimeAggregator"),
+                    Qt::Key_Down); // Average / Maximum: not valid
+    EXPECT_EQ(list(dialog, "cboElementAggregator")->currentText(), "Average");
     EXPECT_FALSE(dialog.Modified());
 
-    dialog.cboTimeAggregator->showPopup();
-    dialog.cboTimeAggregator->hidePopup();
+    list(dialog, "cboTimeAggregator")->showPopup();
+    list(dialog, "cboTimeAggregator")->hidePopup();
     EXPECT_TRUE(dialog.Modified());
 }
 
@@ -342,13 +334,28 @@ TEST_F(FieldEditorTest, EditsMarkTheFieldModifiedAndCancelLeavesItUntouched) {
 
     fFieldInfo dialog;
     openExisting(dialog);
-    QTest::keyClicks(dialog.txtExt[1], "x");
+    press(dialog, "cmdOk"); // unchanged: closes without saving
+    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_FALSE(dialog.Ok());
+    showActive(dialog);
+    QTest::keyClicks(ctl(dialog, "txtExt(1)"), "x");
     EXPECT_TRUE(dialog.Modified());
-    retype(dialog.txtName, "Other");
-    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
+    retype(ctl(dialog, "txtName"), "Other");
+    press(dialog, "cmdCancel");
     EXPECT_FALSE(dialog.Ok());
     EXPECT_EQ(stored->name, "Volume");
     EXPECT_TRUE(stored->saves.isEmpty());
+    EXPECT_TRUE(query->log.isEmpty());
+}
+
+TEST_F(FieldEditorTest, AFailingNameCheckIsReportedAndRestoresThePointer) {
+    query->FailOn("QVD_DICT_FIELD", "ORA-03113");
+    fFieldInfo dialog;
+    openNew(dialog);
+    retype(ctl(dialog, "txtName"), "Drops");
+    tech().check(1);
+    expectRefused(dialog, "ORA-03113", ctl(dialog, "txtName"));
+    EXPECT_EQ(app->pointer, DefaultPointer);
 }
 
 TEST_F(FieldEditorTest, SingleAggregatorWhenElementAggregationIsNotOffered) {
@@ -356,11 +363,11 @@ TEST_F(FieldEditorTest, SingleAggregatorWhenElementAggregationIsNotOffered) {
     dictionary->pairs = {{{"Average", ""}, 9}};
     fFieldInfo dialog;
     openExisting(dialog);
-    EXPECT_EQ(dialog.lblTimeAggregator->text(), "Aggrega&tor:");
-    EXPECT_FALSE(dialog.cboElementAggregator->isVisible());
-    EXPECT_FALSE(dialog.lblElementAggregator->isVisible());
-    retype(dialog.txtHeadingRow1, "V");
-    QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+    EXPECT_EQ(ctl<QLabel>(dialog, "lblTimeAggregator")->text(), "Aggrega&tor:");
+    EXPECT_FALSE(list(dialog, "cboElementAggregator")->isVisible());
+    EXPECT_FALSE(ctl<QLabel>(dialog, "lblElementAggregator")->isVisible());
+    retype(ctl(dialog, "txtHeadingRow1"), "V");
+    press(dialog, "cmdOk");
 
     ASSERT_TRUE(dialog.Ok()) << lastPrompt().toStdString();
     EXPECT_EQ(stored->saves.at(0).aggregationPairId, 9);

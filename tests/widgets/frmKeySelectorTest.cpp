@@ -1,8 +1,10 @@
 #include "orvane/dialogs/frmKeySelector.h"
 #include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -14,6 +16,7 @@ namespace Orvane::Testing {
 namespace {
 
 const QString RangeMessage = "A unique Ordinal between 1 and 500 must be chosen.";
+const QString NoFieldMessage = "A key field has not been selected";
 
 class KeySelectorTest : public FakeHostTest {
 protected:
@@ -22,8 +25,7 @@ protected:
         addKey("A", 10, 1);
         addKey("B", 11, 2);
         addKey("C", 12, 3)->setColumnDeleted(true);
-        keyField = dictionary->addField(10, "CellId", 5);
-        keyField->entityLabel = "Cell";
+        dictionary->addField(10, "CellId", 5)->entityLabel = "Cell";
     }
 
     CDataSourcesColumns::ColumnPtr addKey(const char* name, qint32 fieldId, qint32 ordinal) {
@@ -33,7 +35,7 @@ protected:
         return column;
     }
 
-    void open(frmKeySelector& dialog, qint32 ordinal, qint32 fieldId) {
+    void open(qint32 ordinal, qint32 fieldId) {
         dialog.setColumns(&columns);
         dialog.Initialize(ordinal, fieldId);
         dialog.show();
@@ -41,137 +43,101 @@ protected:
         ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
     }
 
-    static void typeOrdinal(frmKeySelector& dialog, const QString& text) {
-        dialog.txtOrdinal->selectAll();
-        QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
-        QTest::keyClicks(dialog.txtOrdinal, text);
+    QLineEdit* ordinalBox() { return child<QLineEdit>(dialog, "txtOrdinal"); }
+    QSpinBox* upDown() { return child<QSpinBox>(dialog, "udOrdinal"); }
+    QPushButton* button(const char* name) { return child<QPushButton>(dialog, name); }
+
+    void typeOrdinal(const QString& text) {
+        ordinalBox()->selectAll();
+        QTest::keyClick(ordinalBox(), Qt::Key_Delete);
+        QTest::keyClicks(ordinalBox(), text);
     }
 
     // Presses OK and returns the message shown, or an empty text when the dialog closed.
-    QString pressOk(frmKeySelector& dialog) {
+    QString pressOk() {
         app->msgBoxes.clear();
-        QTest::mouseClick(dialog.cmdOk, Qt::LeftButton);
+        QTest::mouseClick(button("cmdOk"), Qt::LeftButton);
         return app->msgBoxes.isEmpty() ? QString() : app->msgBoxes.last().prompt;
     }
 
     // The next entity tree answers with this entity and field and presses its OK.
     void treeChooses(qint32 entityId, const std::shared_ptr<IField>& field) {
-        app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
+        app->modalHandlers.push_back([=, this](QDialog& tree) {
             treeCaptions << tree.windowTitle();
             widgets->lastTree->selectedKey = QString::number(entityId);
             widgets->lastTree->selectedFields = {field};
-            tree.cmdButton[1]->click();
+            child<QPushButton>(tree, "cmdButton(1)")->click();
             return tree.result();
         });
     }
 
     CDataSourcesColumns columns;
-    std::shared_ptr<FakeField> keyField;
     QStringList treeCaptions;
-};
-
-TEST_F(KeySelectorTest, InitializeShowsTheOrdinalAndTheKeyFieldAndCancelChangesNothing) {
     frmKeySelector dialog;
-    open(dialog, 2, 10);
-
-    EXPECT_EQ(dialog.objectName(), "frmKeySelector");
-    EXPECT_EQ(dialog.windowTitle(), "Select Key Field");
-    EXPECT_EQ(dialog.udOrdinal->toolTip(), "Select Key Ordinal");
-    EXPECT_EQ(dialog.txtOrdinal->text(), "2");
-    EXPECT_EQ(dialog.udOrdinal->value(), 2);
-    EXPECT_EQ(dialog.Ordinal(), 2);
-    EXPECT_EQ(dialog.txtField->text(), "Cell: CellId");
-    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
-    EXPECT_EQ(dialog.FieldId(), 10);
-    EXPECT_EQ(dialog.EntityID(), 0);
-    EXPECT_FALSE(dialog.cmdOk->isEnabled());
-
-    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton); // no handler: the tree is cancelled
-    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
-    EXPECT_EQ(dialog.FieldId(), 10);
-    EXPECT_EQ(dialog.EntityID(), 0);
-    EXPECT_FALSE(dialog.cmdOk->isEnabled());
-
-    typeOrdinal(dialog, "4");
-    EXPECT_TRUE(dialog.cmdOk->isEnabled());
-    EXPECT_EQ(dialog.Ordinal(), 4);
-    EXPECT_EQ(dialog.udOrdinal->value(), 4);
-    QTest::mouseClick(dialog.cmdCancel, Qt::LeftButton);
-    EXPECT_TRUE(dialog.Cancel());
-    EXPECT_FALSE(dialog.isVisible());
-}
+};
 
 // The ordinal lies between 1 and 500 and is no other live key's; then a key field is needed.
 TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
-    const QString noField = "A key field has not been selected";
     const struct {
         const char* ordinal;
         QString message;
     } cases[] = {
-        {"0", RangeMessage}, {"501", RangeMessage},
-        {"", RangeMessage},  {"1", "Ordinal 1 is already in use"},
-        {"3", noField}, // a deleted key column's ordinal is free
-        {"2", noField}, // its own ordinal is not tested against the columns
+        {"0", RangeMessage},   {"501", RangeMessage},
+        {"", RangeMessage},    {"1", "Ordinal 1 is already in use"},
+        {"3", NoFieldMessage}, // a deleted key column's ordinal is free
+        {"2", NoFieldMessage}, // its own ordinal is not tested against the columns
     };
-    frmKeySelector dialog;
-    open(dialog, 2, 0);
+    open(2, 0);
+    EXPECT_FALSE(button("cmdOk")->isEnabled());
     for (const auto& c : cases) {
         SCOPED_TRACE(c.ordinal);
-        typeOrdinal(dialog, c.ordinal);
-        ASSERT_EQ(pressOk(dialog), c.message);
-        const RecordedMsgBox& box = app->msgBoxes.at(0);
-        EXPECT_EQ(box.icon, MsgBoxIcon::None);
-        EXPECT_EQ(box.buttons, MsgBoxButtons::OKOnly);
-        EXPECT_EQ(box.title, "Select Key Field");
-        QWidget* focus =
-            c.message == noField ? static_cast<QWidget*>(dialog.cmdSelect) : dialog.txtOrdinal;
-        EXPECT_EQ(QApplication::focusWidget(), focus);
+        typeOrdinal(c.ordinal);
+        ASSERT_EQ(pressOk(), c.message);
+        EXPECT_EQ(app->msgBoxes.at(0).icon, MsgBoxIcon::None);
+        EXPECT_EQ(app->msgBoxes.at(0).title, "Select Key Field");
+        EXPECT_EQ(QApplication::focusWidget()->objectName(),
+                  c.message == NoFieldMessage ? "cmdSelect" : "txtOrdinal");
         EXPECT_TRUE(dialog.isVisible());
         EXPECT_TRUE(dialog.Cancel());
     }
-
-    frmKeySelector keyed;
-    open(keyed, 2, 10);
-    typeOrdinal(keyed, "500");
-    EXPECT_EQ(pressOk(keyed), QString());
-    EXPECT_FALSE(keyed.Cancel());
-    EXPECT_EQ(keyed.Ordinal(), 500);
 }
 
-TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnly) {
-    frmKeySelector dialog;
-    open(dialog, 0, 10);
-    EXPECT_EQ(dialog.txtOrdinal->text(), "");
-    QTest::keyClicks(dialog.txtOrdinal, "1x2 -");
-    EXPECT_EQ(dialog.txtOrdinal->text(), "12");
-
-    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Backspace);
-    EXPECT_EQ(dialog.txtOrdinal->text(), "12");
-
-    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Home);
-    QTest::keyClick(dialog.txtOrdinal, Qt::Key_Delete);
-    EXPECT_EQ(dialog.txtOrdinal->text(), "2");
-    EXPECT_EQ(dialog.Ordinal(), 2);
-}
-
-TEST_F(KeySelectorTest, UpDownAndOrdinalBoxStayInStep) {
-    frmKeySelector dialog;
-    open(dialog, 499, 10);
-    EXPECT_EQ(dialog.udOrdinal->minimum(), 1);
-    EXPECT_EQ(dialog.udOrdinal->maximum(), 500);
-
-    dialog.udOrdinal->stepUp();
-    EXPECT_EQ(dialog.txtOrdinal->text(), "500");
+TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothing) {
+    open(2, 10);
+    EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Cell: CellId");
+    EXPECT_EQ(upDown()->value(), 2);
+    EXPECT_EQ(dialog.FieldId(), 10);
+    EXPECT_EQ(dialog.EntityID(), 0);
+    QTest::mouseClick(button("cmdSelect"), Qt::LeftButton); // no handler: the tree is cancelled
+    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_FALSE(button("cmdOk")->isEnabled());
+    typeOrdinal("500");
+    EXPECT_EQ(pressOk(), QString());
+    EXPECT_FALSE(dialog.Cancel());
     EXPECT_EQ(dialog.Ordinal(), 500);
-    EXPECT_TRUE(dialog.cmdOk->isEnabled());
-    dialog.udOrdinal->stepUp();
-    EXPECT_EQ(dialog.txtOrdinal->text(), "500");
 
-    typeOrdinal(dialog, "17");
-    EXPECT_EQ(dialog.udOrdinal->value(), 17);
-    dialog.udOrdinal->stepDown();
-    EXPECT_EQ(dialog.txtOrdinal->text(), "16");
+    open(2, 10);
+    QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
+    EXPECT_TRUE(dialog.Cancel());
+    EXPECT_FALSE(dialog.isVisible());
+}
+
+TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnlyAndFollowsTheArrows) {
+    open(499, 10);
+    QTest::keyClicks(ordinalBox(), "x -");
+    QTest::keyClick(ordinalBox(), Qt::Key_Backspace);
+    EXPECT_EQ(ordinalBox()->text(), "499");
+    QTest::keyClick(ordinalBox(), Qt::Key_Home);
+    QTest::keyClick(ordinalBox(), Qt::Key_Delete);
+    EXPECT_EQ(dialog.Ordinal(), 99);
+    EXPECT_EQ(upDown()->value(), 99);
+
+    typeOrdinal("499");
+    upDown()->stepUp();
+    upDown()->stepUp();
+    EXPECT_EQ(ordinalBox()->text(), "500");
+    EXPECT_EQ(dialog.Ordinal(), 500);
+    EXPECT_TRUE(button("cmdOk")->isEnabled());
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
@@ -179,27 +145,31 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     siteId->entityLabel = "Site";
     dictionary->addEntity(6, "SITE", "Site");
     treeChooses(6, siteId);
-    frmKeySelector dialog;
-    open(dialog, 2, 10);
-    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton);
-
+    open(2, 10);
+    QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
-    EXPECT_EQ(treeCaptions, QStringList{"Select Key Field"});
     EXPECT_EQ(widgets->lastTree->mode, 0);
     EXPECT_EQ(widgets->lastTree->loads, QStringList{"CELL|Traffic"});
     EXPECT_EQ(widgets->lastTree->selectedItem, 10);
-    EXPECT_EQ(dialog.txtField->text(), "Site: SiteId");
+    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
     EXPECT_EQ(dialog.FieldId(), 20);
     EXPECT_EQ(dialog.EntityID(), 6);
-    EXPECT_TRUE(dialog.cmdOk->isEnabled());
+    EXPECT_TRUE(button("cmdOk")->isEnabled());
 
-    QTest::mouseClick(dialog.cmdSelect, Qt::LeftButton);
-    EXPECT_EQ(treeCaptions.last(), "Update Key Field Selection");
+    QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
+    EXPECT_EQ(treeCaptions, QStringList({"Select Key Field", "Update Key Field Selection"}));
     EXPECT_EQ(widgets->lastTree->selectedItem, 20);
+}
 
-    EXPECT_EQ(pressOk(dialog), QString());
-    EXPECT_FALSE(dialog.Cancel());
-    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
+TEST_F(KeySelectorTest, AFailingSelectionIsReportedUnderTheCaption) {
+    app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });
+    open(2, 10);
+    QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes[0].prompt, "ORA-03113");
+    EXPECT_EQ(app->msgBoxes[0].title, "Select Key Field");
+    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_TRUE(dialog.isVisible());
 }
 
 } // namespace

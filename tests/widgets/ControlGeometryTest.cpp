@@ -1,0 +1,145 @@
+#include "orvane/dialogs/FSelectEntityTree.h"
+#include "orvane/dialogs/fFieldInfo.h"
+#include "orvane/dialogs/frmKeySelector.h"
+#include "orvane/editors/XDataSourcesGen.h"
+#include "orvane/editors/XDataSourcesODBC.h"
+#include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QTableView>
+#include <QTest>
+#include <QVBoxLayout>
+
+#include <functional>
+
+namespace Orvane::Testing {
+namespace {
+
+class ControlGeometryTest : public FakeHostTest {
+protected:
+    ControlGeometryTest() {
+        query->Answer("qv_frequency", {{{"frequency_id", 15}, {"Description", "15 Minutes"}}});
+        dictionary->extraColumns = {{"Vendor", true}, {"Region", true}};
+        entity = dictionary->addEntity(5, "CELL", "Cell");
+    }
+
+    // The editor on top of a stretching table, as a document window holds it.
+    static std::unique_ptr<QWidget> documentWindow(QWidget* editor, QSize size) {
+        auto window = std::make_unique<QWidget>();
+        auto* page = new QVBoxLayout(window.get());
+        page->addWidget(editor);
+        page->addWidget(new QTableView, 1);
+        window->resize(size);
+        return window;
+    }
+
+    static QRect placeIn(const QWidget& window, const QWidget& control) {
+        return {control.mapTo(&window, QPoint(0, 0)), control.size()};
+    }
+
+    // Every input not hidden on purpose is shown, at least its minimum height, inside the window
+    // and clear of the other inputs; a caption's mnemonic has a control to go to.
+    static void expectEveryInputShown(QWidget& window) {
+        window.show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
+        QList<QWidget*> inputs;
+        for (QWidget* control :
+             window.findChildren<QWidget*>(QRegularExpression("^(txt|cbo|ck)"))) {
+            if (!control->isHidden() &&
+                (qobject_cast<QLineEdit*>(control) || qobject_cast<QComboBox*>(control) ||
+                 qobject_cast<QCheckBox*>(control)))
+                inputs << control;
+        }
+        ASSERT_GE(inputs.size(), 2);
+        for (const QWidget* input : inputs) {
+            const std::string name = input->objectName().toStdString();
+            const QRect place = placeIn(window, *input);
+            EXPECT_TRUE(input->isVisible()) << name;
+            EXPECT_GE(place.height(), input->minimumSizeHint().height()) << name;
+            EXPECT_TRUE(window.rect().contains(place)) << name;
+            for (const QWidget* other : inputs) {
+                EXPECT_TRUE(other == input || !place.intersects(placeIn(window, *other)))
+                    << name << " overlaps " << other->objectName().toStdString();
+            }
+        }
+        for (const QLabel* label : window.findChildren<QLabel*>()) {
+            if (label->text().contains(QLatin1Char('&')))
+                EXPECT_NE(label->buddy(), nullptr) << label->objectName().toStdString();
+        }
+    }
+
+    // The object names the focus visits, pressing Tab from the first control.
+    static QString tabOrder(QWidget& window, const QString& first, int count) {
+        window.activateWindow();
+        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        child(window, first)->setFocus();
+        QStringList visited{first};
+        while (visited.size() < count) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+            visited << QApplication::focusWidget()->objectName();
+        }
+        return visited.join(QLatin1Char(' '));
+    }
+
+    std::shared_ptr<FakeEntity> entity;
+};
+
+TEST_F(ControlGeometryTest, EveryInputShowsInADocumentWindowAndInEachDialog) {
+    const struct {
+        std::function<SourceSettingsEditor*()> create;
+        QString tabs;
+    } editors[] = {
+        {[] { return new XDataSourcesGen; },
+         "txtDescription txtFile cboDelimeter ckTimeSeries cboFrequency"},
+        {[] { return new XDataSourcesODBC; },
+         "txtDB_Server txtDB_Database txtDB_Table txtDB_UserId txtDB_Password ckTimeSeries "
+         "cboFrequency"},
+    };
+    for (const auto& editor : editors) {
+        for (const QSize size : {QSize(900, 650), QSize(1600, 1000)}) {
+            SourceSettingsEditor* control = editor.create();
+            SCOPED_TRACE(control->objectName().toStdString() + " at " +
+                         std::to_string(size.width()));
+            auto window = documentWindow(control, size);
+            expectEveryInputShown(*window);
+            EXPECT_EQ(tabOrder(*window, editor.tabs.section(' ', 0, 0), editor.tabs.count(' ') + 1),
+                      editor.tabs);
+        }
+    }
+
+    const std::function<QDialog*()> dialogs[] = {
+        [] {
+            auto* tree = new FSelectEntityTree;
+            tree->Initialize("Select Entity for this Data Source", 2, "System", 0);
+            return tree;
+        },
+        [] {
+            auto* tree = new FSelectEntityTree;
+            tree->Initialize("Select Key Field", 0, "CELL", 0);
+            return tree;
+        },
+        [this] {
+            auto* field = new fFieldInfo;
+            field->InitializeForNew(entity, "Float", nullptr);
+            return field;
+        },
+        [] {
+            auto* key = new frmKeySelector;
+            key->Initialize(2, 0);
+            return key;
+        },
+    };
+    for (const auto& create : dialogs) {
+        std::unique_ptr<QDialog> dialog(create());
+        SCOPED_TRACE(dialog->windowTitle().toStdString());
+        expectEveryInputShown(*dialog);
+    }
+}
+
+} // namespace
+} // namespace Orvane::Testing
