@@ -7,6 +7,7 @@
 #include "orvane/host/IFieldInfoService.h"
 #include "orvane/host/IWidgetFactory.h"
 #include "orvane/host/XTemplate.h"
+#include "orvane/widgets/ErrorReport.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -59,12 +60,19 @@ void FSelectEntityTree::createControls() {
     cmdButton[1]->setDefault(true);
 
     connect(cmdButton[0], &QPushButton::clicked, this, &QDialog::reject);
-    connect(cmdButton[1], &QPushButton::clicked, this, &FSelectEntityTree::confirmSelection);
-    connect(tpl, &XTemplate::FieldChosen, this, &FSelectEntityTree::chooseField);
-    connect(cboTypeFilter, &QComboBox::currentTextChanged, this,
-            &FSelectEntityTree::applyTypeFilter);
-    connect(cboTechTypeFilter, &QComboBox::currentTextChanged, this,
-            &FSelectEntityTree::applyTechTypeFilter);
+    // Each of these asks the host's dictionary, which may fail; the user is told and may retry.
+    connect(cmdButton[1], &QPushButton::clicked, this,
+            [this] { mOrvane::RunReported(*this, [this] { confirmSelection(); }); });
+    connect(tpl, &XTemplate::FieldChosen, this,
+            [this](const std::shared_ptr<IField>& field, const QString& entityKey) {
+                mOrvane::RunReported(*this, [&] { chooseField(field, entityKey); });
+            });
+    connect(cboTypeFilter, &QComboBox::currentTextChanged, this, [this](const QString& text) {
+        mOrvane::RunReported(*this, [&] { applyTypeFilter(text); });
+    });
+    connect(cboTechTypeFilter, &QComboBox::currentTextChanged, this, [this](const QString& text) {
+        mOrvane::RunReported(*this, [&] { applyTechTypeFilter(text); });
+    });
 }
 
 void FSelectEntityTree::Initialize(const QString& sCaption, qint32 lMode, const QString& sSchema,

@@ -1,6 +1,5 @@
 #include "orvane/dialogs/fFieldInfo.h"
 
-#include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
@@ -10,6 +9,7 @@
 #include "orvane/host/XTechnologies.h"
 #include "orvane/model/ColumnSave.h"
 #include "orvane/widgets/ControlState.h"
+#include "orvane/widgets/ErrorReport.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -200,15 +200,15 @@ void fFieldInfo::layoutControls() {
     lblStyle->setBuddy(cmdStyle);
     form->addRow(lblStyle, styleRow);
 
-    auto* buttons = new QDialogButtonBox(this);
-    buttons->addButton(cmdOk, QDialogButtonBox::AcceptRole);
-    buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
-    buttons->addButton(cmdHelp, QDialogButtonBox::HelpRole);
+    m_buttons = new QDialogButtonBox(this);
+    m_buttons->addButton(cmdOk, QDialogButtonBox::AcceptRole);
+    m_buttons->addButton(cmdCancel, QDialogButtonBox::RejectRole);
+    m_buttons->addButton(cmdHelp, QDialogButtonBox::HelpRole);
 
     auto* page = new QVBoxLayout(this);
     page->addLayout(form);
     page->addStretch(1);
-    page->addWidget(buttons);
+    page->addWidget(m_buttons);
     m_form = form;
 }
 
@@ -235,11 +235,13 @@ void fFieldInfo::connectEdits() {
     for (QLineEdit* box : {txtName, txtDescription, txtHeadingRow1, txtHeadingRow2})
         connect(box, &QLineEdit::textChanged, this, &fFieldInfo::markModified);
     connect(xTech, &XTechnologies::Changed, this, &fFieldInfo::markModified);
-    connect(cboTimeAggregator, &QComboBox::activated, this,
-            [this] { coupleAggregators(*cboTimeAggregator, *cboElementAggregator); });
-    connect(cboElementAggregator, &QComboBox::activated, this,
-            [this] { coupleAggregators(*cboElementAggregator, *cboTimeAggregator); });
-    connect(cmdStyle, &QPushButton::clicked, this, &fFieldInfo::chooseStyle);
+    connect(cboTimeAggregator, &QComboBox::activated, this, [this] {
+        reported([this] { coupleAggregators(*cboTimeAggregator, *cboElementAggregator); });
+    });
+    connect(cboElementAggregator, &QComboBox::activated, this, [this] {
+        reported([this] { coupleAggregators(*cboElementAggregator, *cboTimeAggregator); });
+    });
+    connect(cmdStyle, &QPushButton::clicked, this, [this] { reported([this] { chooseStyle(); }); });
     connect(cmdOk, &QPushButton::clicked, this, &fFieldInfo::confirm);
     connect(cmdCancel, &QPushButton::clicked, this, &fFieldInfo::cancel);
     connect(cmdHelp, &QPushButton::clicked, this,
@@ -360,11 +362,12 @@ void fFieldInfo::fillDataTypeList() {
 // The permission governs every control but the name box, which stays enabled, and the buttons
 // that close the dialog or show help, which are no edits. A field's type never changes here.
 void fFieldInfo::applyEditPermission() {
-    mOrvane::SetControlsEnabled(this, HostRegistry::App().EditPermission());
+    const bool permission = HostRegistry::App().EditPermission();
+    mOrvane::SetControlsEnabled(this, permission);
     txtName->setEnabled(true);
     lblName->setEnabled(true);
-    cmdCancel->setEnabled(true);
-    cmdHelp->setEnabled(true);
+    m_buttons->setEnabled(true);
+    cmdOk->setEnabled(permission);
     cboDataType->setEnabled(false);
 }
 
@@ -391,7 +394,7 @@ void fFieldInfo::refreshStyleSample() {
 
 bool fFieldInfo::eventFilter(QObject* watched, QEvent* event) {
     if (watched == txtStyle && event->type() == QEvent::MouseButtonDblClick) {
-        chooseStyle();
+        reported([this] { chooseStyle(); });
         return true;
     }
     return QDialog::eventFilter(watched, event);
@@ -431,16 +434,20 @@ void fFieldInfo::confirm() {
         cancel();
         return;
     }
-    try {
-        if (!validate())
-            return;
-    } catch (const Error& error) {
-        refuse(error.message(), txtName);
+    bool valid = false;
+    if (!reported([this, &valid] { valid = validate(); }))
+        txtName->setFocus(); // the name could not be checked against the dictionary
+    if (!valid)
         return;
-    }
-    rebuildExtraColumns();
-    takeMembersFromForm();
-    save();
+    reported([this] {
+        rebuildExtraColumns();
+        takeMembersFromForm();
+        save();
+    });
+}
+
+bool fFieldInfo::reported(const std::function<void()>& handler) {
+    return mOrvane::RunReported(*this, handler);
 }
 
 bool fFieldInfo::validate() {

@@ -6,10 +6,12 @@
 #include <QDialog>
 #include <QList>
 #include <QString>
+#include <functional>
 #include <memory>
 #include <utility>
 
 class QComboBox;
+class QDialogButtonBox;
 class QFormLayout;
 class QLabel;
 class QLineEdit;
@@ -85,6 +87,8 @@ private:
     QString elementAggregatorText() const;
     void chooseStyle();
     void confirm();
+    // Runs an event handler; a library error it raises is shown under the dialog's caption.
+    bool reported(const std::function<void()>& handler);
     void cancel();
     bool validate();
     bool refuse(const QString& message, QWidget* focus);
@@ -124,6 +128,7 @@ private:
     QPushButton* cmdCancel = nullptr;
     QPushButton* cmdHelp = nullptr;
 
+    QDialogButtonBox* m_buttons = nullptr;
     QFormLayout* m_form = nullptr;
     int m_extraRow = 0; // where the next extra-column pair goes
 

@@ -8,6 +8,7 @@
 #include "orvane/host/IFieldInfoService.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/widgets/ErrorReport.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -109,11 +110,13 @@ void frmKeySelector::createControls() {
     cmdCancel->setAutoDefault(false);
     cmdOk->setDefault(true);
 
-    connect(cmdSelect, &QPushButton::clicked, this, &frmKeySelector::selectField);
+    connect(cmdSelect, &QPushButton::clicked, this,
+            [this] { mOrvane::RunReported(*this, [this] { selectField(); }); });
     connect(txtOrdinal, &QLineEdit::textChanged, this, &frmKeySelector::ordinalTextChanged);
     connect(udOrdinal, &QSpinBox::valueChanged, this,
             [this](int value) { txtOrdinal->setText(QString::number(value)); });
-    connect(cmdOk, &QPushButton::clicked, this, &frmKeySelector::confirm);
+    connect(cmdOk, &QPushButton::clicked, this,
+            [this] { mOrvane::RunReported(*this, [this] { confirm(); }); });
     connect(cmdCancel, &QPushButton::clicked, this, &frmKeySelector::reject);
 }
 

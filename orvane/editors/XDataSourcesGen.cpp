@@ -2,10 +2,10 @@
 
 #include "orvane/editors/FileNameEdit.h"
 #include "orvane/editors/FileNameValidator.h"
-#include "orvane/editors/mOrvane.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "orvane/widgets/ErrorReport.h"
 #include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QCheckBox>
@@ -192,7 +192,11 @@ bool XDataSourcesGen::timeStampRemovalRefused() {
     const auto timeStamp = m_data->Columns()->TSColumn();
     if (!timeStamp || timeStamp->Column_Id() < 1)
         return false;
-    return !mOrvane::TemplateUseCheck(true, timeStamp->Column_Id());
+    // A check that could not be made keeps the column.
+    bool mayGo = false;
+    mOrvane::RunReported(*this,
+                         [&] { mayGo = mOrvane::TemplateUseCheck(true, timeStamp->Column_Id()); });
+    return !mayGo;
 }
 
 // Each caption stands above its box, as the boxes take the editor's whole width.

@@ -118,14 +118,16 @@ protected:
     void pickInTree(qint32 id) {
         expectDialog("FSelectEntityTree", [id](QDialog& dialog) {
             auto& selector = static_cast<FSelectEntityTree&>(dialog);
-            selector.tpl->SelectItem(id);
-            selector.cmdButton[1]->click();
+            selector.findChild<XTemplate*>("tpl")->SelectItem(id);
+            selector.findChild<QPushButton*>("cmdButton(1)")->click();
         });
     }
 
     void cancelTree() {
         expectDialog("FSelectEntityTree", [](QDialog& dialog) {
-            static_cast<FSelectEntityTree&>(dialog).cmdButton[0]->click();
+            static_cast<FSelectEntityTree&>(dialog)
+                .findChild<QPushButton*>("cmdButton(0)")
+                ->click();
         });
     }
 
@@ -133,9 +135,9 @@ protected:
     void pickKey(qint32 fieldId, qint32 ordinal) {
         expectDialog("frmKeySelector", [ordinal](QDialog& dialog) {
             auto& selector = static_cast<frmKeySelector&>(dialog);
-            selector.cmdSelect->click();
-            type(selector.txtOrdinal, QString::number(ordinal));
-            selector.cmdOk->click();
+            selector.findChild<QPushButton*>("cmdSelect")->click();
+            type(selector.findChild<QLineEdit*>("txtOrdinal"), QString::number(ordinal));
+            selector.findChild<QPushButton*>("cmdOk")->click();
         });
         pickInTree(fieldId);
     }
@@ -146,12 +148,12 @@ protected:
                      const QString& elementAggregator) {
         expectDialog("fFieldInfo", [=](QDialog& dialog) {
             auto& editor = static_cast<fFieldInfo&>(dialog);
-            type(editor.txtName, name);
-            type(editor.txtExt.at(1), name.toLower());
+            type(editor.findChild<QLineEdit*>("txtName"), name);
+            type(editor.findChild<QLineEdit*>("txtExt(1)"), name.toLower());
             if (QCheckBox* box = checkBoxCalled(editor, technology))
                 box->click();
-            choose(editor.cboElementAggregator, elementAggregator);
-            editor.cmdOk->click();
+            choose(editor.findChild<QComboBox*>("cboElementAggregator"), elementAggregator);
+            editor.findChild<QPushButton*>("cmdOk")->click();
         });
     }
 
@@ -246,10 +248,10 @@ protected:
         if (!doc)
             return nullptr;
         XDataSourcesGen& settings = *doc->asciiEditor;
-        type(settings.txtDescription, "Cell counters, O'Brien's export");
-        type(settings.txtFile, "/data/cells.csv");
-        choose(settings.cboDelimeter, "comma");
-        choose(settings.cboFrequency, "Hourly");
+        type(settings.findChild<QLineEdit*>("txtDescription"), "Cell counters, O'Brien's export");
+        type(settings.findChild<QLineEdit*>("txtFile"), "/data/cells.csv");
+        choose(settings.findChild<QComboBox*>("cboDelimeter"), "comma");
+        choose(settings.findChild<QComboBox*>("cboFrequency"), "Hourly");
 
         appendColumn(*doc, "CELL");
         chooseType(*doc, 2, "String");
@@ -380,8 +382,8 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(settings.Eds_Description(), "Cell counters, O'Brien's export");
     EXPECT_EQ(settings.Eds_File(), "/data/cells.csv");
     EXPECT_EQ(settings.Eds_Delimeter(), ",");
-    EXPECT_TRUE(settings.ckTimeSeries->isChecked());
-    EXPECT_EQ(settings.cboFrequency->currentText(), "Hourly");
+    EXPECT_TRUE(settings.findChild<QCheckBox*>("ckTimeSeries")->isChecked());
+    EXPECT_EQ(settings.findChild<QComboBox*>("cboFrequency")->currentText(), "Hourly");
     expectCellLayout(*reopened);
     for (const auto& column : *reopened->Document()->Columns())
         EXPECT_GT(column->Column_Id(), 0) << column->Column_Name().toStdString();
@@ -410,13 +412,13 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     ASSERT_TRUE(doc);
     ASSERT_TRUE(doc->odbcEditor);
     XDataSourcesODBC& settings = *doc->odbcEditor;
-    type(settings.txtDB_Server, "pmdb02");
-    type(settings.txtDB_Database, "PMSTAGE");
-    type(settings.txtDB_Table, "TG_HOURLY");
-    type(settings.txtDB_UserId, "pm_reader");
-    type(settings.txtDB_Password, "it's secret");
+    type(settings.findChild<QLineEdit*>("txtDB_Server"), "pmdb02");
+    type(settings.findChild<QLineEdit*>("txtDB_Database"), "PMSTAGE");
+    type(settings.findChild<QLineEdit*>("txtDB_Table"), "TG_HOURLY");
+    type(settings.findChild<QLineEdit*>("txtDB_UserId"), "pm_reader");
+    type(settings.findChild<QLineEdit*>("txtDB_Password"), "it's secret");
     // Not a time series: the time-stamp column goes.
-    settings.ckTimeSeries->click();
+    settings.findChild<QCheckBox*>("ckTimeSeries")->click();
     EXPECT_EQ(grid(*doc).columnCount(), 0);
 
     appendColumn(*doc, "TG");
@@ -446,7 +448,7 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(stored.Table(), "TG_HOURLY");
     EXPECT_EQ(stored.UserId(), "pm_reader");
     EXPECT_EQ(stored.Password(), "it's secret");
-    EXPECT_FALSE(stored.ckTimeSeries->isChecked());
+    EXPECT_FALSE(stored.findChild<QCheckBox*>("ckTimeSeries")->isChecked());
     EXPECT_EQ(gridRow(*reopened, Rows::Name), "TG|BLOCKED");
     EXPECT_EQ(gridRow(*reopened, Rows::Type), "String|Float");
     EXPECT_EQ(gridRow(*reopened, Rows::Field), "|TG_Blocked_Ext");
@@ -644,7 +646,7 @@ TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
     studio->show();
     DocumentWindow* doc = reopen("Cell Traffic Feed");
     ASSERT_TRUE(doc);
-    EXPECT_FALSE(doc->asciiEditor->txtFile->isEnabled());
+    EXPECT_FALSE(doc->asciiEditor->findChild<QLineEdit*>("txtFile")->isEnabled());
     for (QAction* change :
          {studio->actNewAscii, studio->actNewOdbc, studio->actSave, studio->actDelete})
         EXPECT_FALSE(change->isEnabled()) << change->objectName().toStdString();

@@ -38,23 +38,23 @@ protected:
         return window;
     }
 
+    template <typename Editor> static Editor* initialized(Editor* editor) {
+        editor->InitializeDefaults();
+        return editor;
+    }
+
     static QRect placeIn(const QWidget& window, const QWidget& control) {
         return {control.mapTo(&window, QPoint(0, 0)), control.size()};
     }
 
-    // Every input not hidden on purpose is shown, at least its minimum height, inside the window
-    // and clear of the other inputs; a caption's mnemonic has a control to go to.
+    // Every control but a caption or a frame, unless hidden on purpose, is shown, at least its
+    // minimum height, inside the window and clear of the others; a mnemonic has a control to go to.
     static void expectEveryInputShown(QWidget& window) {
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
-        QList<QWidget*> inputs;
-        for (QWidget* control :
-             window.findChildren<QWidget*>(QRegularExpression("^(txt|cbo|ck)"))) {
-            if (!control->isHidden() &&
-                (qobject_cast<QLineEdit*>(control) || qobject_cast<QComboBox*>(control) ||
-                 qobject_cast<QCheckBox*>(control)))
-                inputs << control;
-        }
+        QList<QWidget*> inputs =
+            window.findChildren<QWidget*>(QRegularExpression("^(txt|cbo|ck|cmd|ud|tpl|xTech)"));
+        inputs.removeIf([](const QWidget* control) { return control->isHidden(); });
         ASSERT_GE(inputs.size(), 2);
         for (const QWidget* input : inputs) {
             const std::string name = input->objectName().toStdString();
@@ -68,8 +68,8 @@ protected:
             }
         }
         for (const QLabel* label : window.findChildren<QLabel*>()) {
-            if (label->text().contains(QLatin1Char('&')))
-                EXPECT_NE(label->buddy(), nullptr) << label->objectName().toStdString();
+            EXPECT_TRUE(!label->text().contains(QLatin1Char('&')) || label->buddy())
+                << label->objectName().toStdString();
         }
     }
 
@@ -94,9 +94,9 @@ TEST_F(ControlGeometryTest, EveryInputShowsInADocumentWindowAndInEachDialog) {
         std::function<SourceSettingsEditor*()> create;
         QString tabs;
     } editors[] = {
-        {[] { return new XDataSourcesGen; },
+        {[] { return initialized(new XDataSourcesGen); },
          "txtDescription txtFile cboDelimeter ckTimeSeries cboFrequency"},
-        {[] { return new XDataSourcesODBC; },
+        {[] { return initialized(new XDataSourcesODBC); },
          "txtDB_Server txtDB_Database txtDB_Table txtDB_UserId txtDB_Password ckTimeSeries "
          "cboFrequency"},
     };

@@ -80,6 +80,7 @@ TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndCancelLea
 TEST_F(FSelectEntityTreeTest, ChoosingAFieldInTheTreeConfirmsAtOnce) {
     dialog.Initialize("Select Key Field", 0, "Cell", 0);
     const auto field = std::make_shared<FakeField>(8, "cell_id");
+    tree()->selectedKey = "3";
     tree()->selectedFields = {field};
     emit tree()->FieldChosen(field, "3");
     EXPECT_TRUE(dialog.Ok());

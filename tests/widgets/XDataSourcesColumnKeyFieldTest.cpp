@@ -48,14 +48,14 @@ protected:
     void keySelectorAnswers(bool chooseSite, const QString& ordinal = QString()) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
             auto& selector = dynamic_cast<frmKeySelector&>(dialog);
-            opened << QStringLiteral("key ") + selector.txtOrdinal->text();
+            opened << QStringLiteral("key ") + selector.findChild<QLineEdit*>("txtOrdinal")->text();
             if (chooseSite)
-                selector.cmdSelect->click();
+                selector.findChild<QPushButton*>("cmdSelect")->click();
             if (!ordinal.isEmpty()) {
-                selector.txtOrdinal->selectAll();
-                QTest::keyClicks(selector.txtOrdinal, ordinal);
+                selector.findChild<QLineEdit*>("txtOrdinal")->selectAll();
+                QTest::keyClicks(selector.findChild<QLineEdit*>("txtOrdinal"), ordinal);
             }
-            selector.cmdOk->click();
+            selector.findChild<QPushButton*>("cmdOk")->click();
             return selector.result();
         });
         if (chooseSite) {
@@ -63,7 +63,7 @@ protected:
                 auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
                 widgets->lastTree->selectedKey = QStringLiteral("6");
                 widgets->lastTree->selectedFields = {siteId};
-                tree.cmdButton[1]->click();
+                tree.findChild<QPushButton*>("cmdButton(1)")->click();
                 return tree.result();
             });
         }
@@ -75,12 +75,12 @@ protected:
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
             auto& fieldEditor = dynamic_cast<fFieldInfo&>(dialog);
             opened << fieldEditor.windowTitle() + QStringLiteral(" | ") +
-                          fieldEditor.cboDataType->currentText();
-            fieldEditor.txtName->selectAll();
-            QTest::keyClicks(fieldEditor.txtName, name);
+                          fieldEditor.findChild<QComboBox*>("cboDataType")->currentText();
+            fieldEditor.findChild<QLineEdit*>("txtName")->selectAll();
+            QTest::keyClicks(fieldEditor.findChild<QLineEdit*>("txtName"), name);
             if (widgets->lastTechnologies->TechnologyMask() == 0)
                 widgets->lastTechnologies->check(3);
-            fieldEditor.cmdOk->click();
+            fieldEditor.findChild<QPushButton*>("cmdOk")->click();
             return fieldEditor.result();
         });
     }
@@ -89,8 +89,9 @@ protected:
     void dialogsAreCancelled() {
         app->modalHandlers.push_back([this](QDialog& dialog) {
             if (auto* selector = dynamic_cast<frmKeySelector*>(&dialog)) {
-                opened << QStringLiteral("key ") + selector->txtOrdinal->text();
-                selector->cmdCancel->click();
+                opened << QStringLiteral("key ") +
+                              selector->findChild<QLineEdit*>("txtOrdinal")->text();
+                selector->findChild<QPushButton*>("cmdCancel")->click();
             } else {
                 opened << dialog.windowTitle();
                 dialog.reject();
