@@ -48,7 +48,8 @@ protected:
     }
 
     // Every control but a caption or a frame, unless hidden on purpose, is shown, at least its
-    // minimum height, inside the window and clear of the others; a mnemonic has a control to go to.
+    // minimum height, inside whatever holds it and clear of the others; a mnemonic has a control
+    // to go to.
     static void expectEveryInputShown(QWidget& window) {
         window.show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(&window));
@@ -61,6 +62,9 @@ protected:
             const QRect place = placeIn(window, *input);
             EXPECT_TRUE(input->isVisible()) << name;
             EXPECT_GE(place.height(), input->minimumSizeHint().height()) << name;
+            for (const QWidget* holder = input->parentWidget(); holder != &window;
+                 holder = holder->parentWidget())
+                EXPECT_TRUE(placeIn(window, *holder).contains(place)) << name << " clipped";
             EXPECT_TRUE(window.rect().contains(place)) << name;
             for (const QWidget* other : inputs) {
                 EXPECT_TRUE(other == input || !place.intersects(placeIn(window, *other)))
