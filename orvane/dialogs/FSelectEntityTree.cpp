@@ -21,7 +21,7 @@ namespace {
 
 const QString Category = QStringLiteral("Traffic");
 
-// Default sizes: 7000 by 6000 twips, narrower for an entity alone, wider beside the filters.
+// Default sizes: narrower for an entity alone, wider beside the filters.
 constexpr int DefaultWidth = 466;
 constexpr int EntityOnlyWidth = 283;
 constexpr int EntityAndFieldWidth = 820;

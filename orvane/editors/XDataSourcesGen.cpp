@@ -31,7 +31,7 @@ const QStringList Delimiters = {QStringLiteral(" "), QStringLiteral(":"), QStrin
                                 QStringLiteral("/"), QStringLiteral("\t")};
 constexpr int TabDelimiter = 4;
 
-// The least size that still shows a usable path: 6195 by 2505 twips.
+// The least size that still shows a usable path.
 constexpr QSize LeastSize(413, 167);
 
 } // namespace

@@ -13,7 +13,7 @@ namespace Orvane {
 
 namespace {
 
-// The least size that still shows usable boxes: 5715 twips wide; the height is the layout's.
+// The least width that still shows usable boxes; the height is the layout's.
 constexpr QSize LeastSize(381, 0);
 
 } // namespace

@@ -43,7 +43,7 @@ TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClos
     EXPECT_EQ(tree()->showFields, 0);
     EXPECT_TRUE(filter("cboTypeFilter")->isHidden());
     EXPECT_EQ(tree()->treeOwner, "system");
-    EXPECT_EQ(dialog.width(), 4250 / 15);
+    EXPECT_EQ(dialog.width(), 283);
     tree()->selectedKey = "4";
     press(1);
     expectRefused("Entity");
@@ -65,7 +65,7 @@ TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndCancelLea
     EXPECT_EQ(filter("cboTypeFilter")->currentText(), "External");
     EXPECT_EQ(tree()->fieldTypeFilter, "X");
     EXPECT_EQ(filter("cboTechTypeFilter")->count(), dictionary->technologyTypes.size());
-    EXPECT_EQ(dialog.width(), 12300 / 15);
+    EXPECT_EQ(dialog.width(), 820);
     tree()->selectedKey = "3";
     press(1);
     expectRefused("Field");

@@ -1,5 +1,4 @@
 #include "orvane/dialogs/frmKeySelector.h"
-#include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
@@ -60,19 +59,7 @@ protected:
         return app->msgBoxes.isEmpty() ? QString() : app->msgBoxes.last().prompt;
     }
 
-    // The next entity tree answers with this entity and field and presses its OK.
-    void treeChooses(qint32 entityId, const std::shared_ptr<IField>& field) {
-        app->modalHandlers.push_back([=, this](QDialog& tree) {
-            treeCaptions << tree.windowTitle();
-            widgets->lastTree->selectedKey = QString::number(entityId);
-            widgets->lastTree->selectedFields = {field};
-            child<QPushButton>(tree, "cmdButton(1)")->click();
-            return tree.result();
-        });
-    }
-
     CDataSourcesColumns columns;
-    QStringList treeCaptions;
     frmKeySelector dialog;
 };
 
@@ -144,7 +131,14 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     auto siteId = dictionary->addField(20, "SiteId", 6);
     siteId->entityLabel = "Site";
     dictionary->addEntity(6, "SITE", "Site");
-    treeChooses(6, siteId);
+    QStringList treeCaptions;
+    app->modalHandlers.push_back([&](QDialog& tree) {
+        treeCaptions << tree.windowTitle();
+        widgets->lastTree->selectedKey = "6";
+        widgets->lastTree->selectedFields = {siteId};
+        child<QPushButton>(tree, "cmdButton(1)")->click();
+        return tree.result();
+    });
     open(2, 10);
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
