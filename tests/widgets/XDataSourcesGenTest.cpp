@@ -51,8 +51,7 @@ TEST_F(XDataSourcesGenTest, DefaultsThenInitializeFillSilentlyAndDelimitersRound
     EXPECT_EQ(editor.Eds_Delimeter(), "");
 }
 
-// Only keystrokes that land in the file box count as its edits; the host's text
-// does not.
+// Only keystrokes that land in the file box count as its edits, not the host's text.
 TEST_F(XDataSourcesGenTest, EachEditReportsOnceAndTheBoxGovernsTheFrequency) {
     editor.setData(std::make_shared<CDataSourcesData>());
     editor.Initialize("d", QString(), ",", true, 60);
