@@ -6,106 +6,125 @@
 namespace Orvane::Testing {
 namespace {
 
-TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistent) {
+TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistentWithoutCascading) {
     CDataSourcesColumn c;
     c.setFieldAdded(true);
     c.setFieldDirty(true);
-    EXPECT_TRUE(c.FieldDirty());
+    EXPECT_TRUE(c.FieldDirty() && c.Dirty());
     EXPECT_FALSE(c.FieldAdded());
-    EXPECT_TRUE(c.Dirty());
-
     c.setFieldAdded(true);
     EXPECT_FALSE(c.FieldDirty());
-
     c.setColumnDeleted(true);
     EXPECT_FALSE(c.Dirty());
+    c.setColumnDeleted(false);
+    EXPECT_FALSE(c.Dirty()) << "clearing a flag changes nothing else";
+    c.setColumnDeleted(true);
+    c.setKeyAdded(true);
+    EXPECT_TRUE(c.ColumnDeleted() && c.Dirty()) << "Dirty is set without its own rule";
     c.setDirty(true);
     EXPECT_FALSE(c.ColumnDeleted());
-
-    c.setKeyAdded(true);
     c.setKeyDirty(true);
     EXPECT_FALSE(c.KeyAdded());
     c.setKeyDeleted(true);
     EXPECT_FALSE(c.KeyDirty());
     c.setKeyAdded(true);
     EXPECT_FALSE(c.KeyDeleted());
+
+    // A stored field replaced by a new one must still lose its mapping; an update keeps it.
+    CDataSourcesColumn f;
+    f.setFieldDeleted(true);
+    EXPECT_TRUE(f.Dirty());
+    f.setFieldAdded(true);
+    EXPECT_TRUE(f.FieldDeleted());
+    f.setFieldDeleted(true);
+    EXPECT_FALSE(f.FieldAdded());
+    f.setFieldDirty(true);
+    EXPECT_FALSE(f.FieldDeleted());
 }
 
-TEST(ColumnFlags, ADeletedStoredFieldMayBeReplacedButNotUpdated) {
-    CDataSourcesColumn c;
-    c.setFieldDirty(true);
-    c.setDirty(false);
-    c.setFieldDeleted(true);
-    EXPECT_TRUE(c.Dirty());
-    EXPECT_FALSE(c.FieldDirty());
-
-    // A new field in place of the stored one: the old mapping must still go.
-    c.setFieldAdded(true);
-    EXPECT_TRUE(c.FieldDeleted());
-    c.setFieldDeleted(true);
-    EXPECT_FALSE(c.FieldAdded());
-
-    // An update is of the mapped field, so that mapping stays.
-    c.setFieldDirty(true);
-    EXPECT_FALSE(c.FieldDeleted());
-}
-
-TEST(ColumnFlags, ClearingAFlagChangesNothingElse) {
-    CDataSourcesColumn c;
-    c.setKeyDirty(true);
-    c.setKeyDirty(false);
-    EXPECT_TRUE(c.Dirty());
-    c.setColumnDeleted(true);
-    c.setColumnDeleted(false);
-    EXPECT_FALSE(c.Dirty());
-}
-
-TEST(ColumnFlags, SideEffectsDoNotCascade) {
-    // KeyDeleted sets Dirty directly, without Dirty's own rule clearing ColumnDeleted.
-    CDataSourcesColumn c;
-    c.setColumnDeleted(true);
-    c.setKeyDeleted(true);
-    EXPECT_TRUE(c.ColumnDeleted());
-    EXPECT_TRUE(c.Dirty());
-}
-
-TEST(ColumnClone, FlagsFollowTheSetterOrderAndTheEditorPositionIsDropped) {
+TEST(ColumnCopies, ACloneFollowsTheSetterOrderAndARenameCopyKeepsTheEditorPosition) {
     CDataSourcesColumn source;
     source.setColumn_Id(4);
     source.setColumn_Name("Cell");
     source.setColumnDeleted(true);
     source.setKeyDeleted(true); // Dirty and ColumnDeleted both true now
+    source.setFieldDeleted(true);
+    source.setField(std::make_shared<FakeField>(9, "cell_name"));
+    source.setFieldAdded(true);
     source.setColPosition(7);
     source.setPosition(3);
     source.setKeyFld_Id(12);
     source.setKey_Ordinal(2);
     source.setIsTimeStamp(true);
-    auto field = std::make_shared<FakeField>(9, "cell_name");
-    source.setField(field);
 
     const auto clone = source.Clone();
     EXPECT_TRUE(clone->Dirty());
     EXPECT_FALSE(clone->ColumnDeleted());
-    EXPECT_TRUE(clone->KeyDeleted());
+    EXPECT_TRUE(clone->KeyDeleted() && clone->FieldDeleted() && clone->FieldAdded());
     EXPECT_EQ(clone->ColPosition(), 0);
     EXPECT_EQ(clone->Column_Id(), 4);
     EXPECT_EQ(clone->Position(), 3);
     EXPECT_EQ(clone->Key_Ordinal(), 2);
-    EXPECT_TRUE(clone->Is_Key());
     EXPECT_TRUE(clone->IsTimeStamp());
-    EXPECT_EQ(clone->Field(), source.Field()); // the same field object, shared
-    EXPECT_EQ(clone->Field_Name(), "cell_name");
+    EXPECT_EQ(clone->Field(), source.Field()) << "the same field object, shared";
+
+    CDataSourcesColumn renamed;
+    renamed.setColumn_Name("Site");
+    renamed.CopyForRename(source, true);
+    EXPECT_EQ(renamed.Column_Name(), "Site");
+    EXPECT_EQ(renamed.ColPosition(), 7);
+    EXPECT_TRUE(renamed.FieldDeleted() && renamed.FieldAdded() && renamed.KeyDeleted());
+    EXPECT_FALSE(renamed.ColumnDeleted());
+    EXPECT_EQ(renamed.Column_Id(), 4);
+    EXPECT_EQ(renamed.KeyFld_Id(), 12);
+    CDataSourcesColumn clean;
+    for (const bool newDocument : {true, false}) {
+        renamed.CopyForRename(clean, newDocument);
+        EXPECT_EQ(renamed.Dirty(), !newDocument) << "a stored document writes the new name";
+    }
 }
 
-TEST(ColumnClone, AStoredFieldReplacedByANewOneStaysReplaced) {
-    CDataSourcesColumn source;
-    source.setFieldDeleted(true);
-    source.setField(std::make_shared<FakeField>(0, "drops"));
-    source.setFieldAdded(true);
-    const auto clone = source.Clone();
-    EXPECT_TRUE(clone->FieldDeleted());
-    EXPECT_TRUE(clone->FieldAdded());
-    EXPECT_TRUE(clone->Dirty());
+TEST(ColumnKeys, AnEditedKeyIsLiveAndFlaggedByWhatIsStored) {
+    struct Case {
+        qint32 columnId, pkId;
+        bool added, dirty;
+    };
+    for (const Case& k :
+         {Case{0, 5, false, false}, Case{3, 5, false, true}, Case{3, 0, true, false}}) {
+        CDataSourcesColumn column;
+        column.setColumn_Id(k.columnId);
+        column.setPK_Id(k.pkId);
+        column.setKeyDeleted(true);
+        column.MarkKeyEdited();
+        EXPECT_FALSE(column.KeyDeleted());
+        EXPECT_EQ(column.KeyAdded(), k.added) << k.columnId << "," << k.pkId;
+        EXPECT_EQ(column.KeyDirty(), k.dirty) << k.columnId << "," << k.pkId;
+    }
+
+    CDataSourcesColumn wiped;
+    wiped.setPK_Id(5);
+    wiped.setKeyFld_Id(44);
+    wiped.setKey_Ordinal(2);
+    wiped.setKeyEntity_Id(6);
+    wiped.setKeyEntity("Cell");
+    wiped.setKeyEntity_Label("Cells");
+    wiped.setKeyFld_Name("cell_name");
+    wiped.setKeyAdded(true);
+    wiped.WipeKey();
+    EXPECT_FALSE(wiped.Is_Key() || wiped.KeyAdded());
+    EXPECT_EQ(wiped.PK_Id() + wiped.Key_Ordinal() + wiped.KeyEntity_Id(), 0);
+    EXPECT_EQ(wiped.KeyEntity() + wiped.KeyEntity_Label() + wiped.KeyFld_Name(), "");
+}
+
+TEST(ColumnCollection, AFieldNameCountsAsUsedOnlyOnAnotherColumnRegardlessOfCase) {
+    CDataSourcesColumns columns;
+    const auto self = columns.Add("A");
+    self->setField(std::make_shared<FakeField>(1, "Calls"));
+    columns.Add("B");
+    EXPECT_FALSE(columns.FieldNameUsedElsewhere(*self, "calls"));
+    columns.Add("C")->setField(std::make_shared<FakeField>(2, "CALLS"));
+    EXPECT_TRUE(columns.FieldNameUsedElsewhere(*self, "calls"));
+    EXPECT_FALSE(columns.FieldNameUsedElsewhere(*self, "drops"));
 }
 
 TEST(ColumnCollection, AddTrimsAndFindsByNameWithoutRegardToCase) {
@@ -191,15 +210,9 @@ TEST(ColumnCollection, PositionsCountDeletedColumnsAndCompareNamesExactly) {
     EXPECT_TRUE(columns.PositionInUse(3, "b"));
     EXPECT_TRUE(columns.PositionInUse(3, ""));
     EXPECT_EQ(columns.ActiveColumns(), 1);
-}
-
-TEST(ColumnCollection, FirstFreePositionIs501WhenAllAreTaken) {
-    CDataSourcesColumns columns;
-    for (int i = 1; i <= 500; ++i)
+    for (int i = 2; i <= 500; ++i)
         columns.Add(QString("C%1").arg(i))->setPosition(i);
     EXPECT_EQ(columns.FirstFreePosition(), 501);
-    columns.Item("C250")->setPosition(0);
-    EXPECT_EQ(columns.FirstFreePosition(), 250);
 }
 
 TEST(ColumnCollection, OrdinalQueriesTreatDeletedColumnsDifferently) {
