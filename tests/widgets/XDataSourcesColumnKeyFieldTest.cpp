@@ -105,150 +105,109 @@ protected:
     QStringList opened; // what each dialog showed when it opened
 };
 
-TEST_F(ColumnKeyFieldTest, AddingAKeyToAStoredColumnFlagsItAndShowsIt) {
+TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsToBeInsertedHoweverOftenItIsEdited) {
     openStoredDocument();
     click(3, 4);
-    ASSERT_TRUE(enabled("Key"));
     keySelectorAnswers(true);
 
     trigger("Key");
 
     EXPECT_EQ(opened, QStringList{"key 2"}) << "the next free ordinal is offered";
-    EXPECT_EQ(c->Key_Ordinal(), 2);
-    EXPECT_EQ(c->KeyFld_Id(), 20);
     EXPECT_EQ(c->KeyEntity_Id(), 6);
-    EXPECT_EQ(c->KeyFld_Name(), "Site: SiteId");
-    EXPECT_TRUE(c->KeyAdded());
-    EXPECT_TRUE(c->Dirty());
-    EXPECT_EQ(text(3, 4), "2");
-    EXPECT_EQ(text(3, 5), "Site: SiteId");
+    EXPECT_EQ(c->KeyFld_Id(), 20);
+    EXPECT_TRUE(c->KeyAdded() && c->Dirty());
+    EXPECT_EQ(text(3, 4) + "|" + text(3, 5), "2|Site: SiteId") << "the selector's name alone";
     EXPECT_EQ(changeCount(), 1);
-
-    EXPECT_TRUE(enabled("Key"));
     EXPECT_TRUE(enabled("DelKey"));
-    EXPECT_FALSE(enabled("Field"));
-    rightClick(3, 4);
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    EXPECT_FALSE(enabled("mnuKeysAdd"));
-    EXPECT_TRUE(enabled("mnuKeysEdit"));
-    EXPECT_TRUE(enabled("mnuKeysDelete"));
-    rightClick(3, 3);
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_FALSE(enabled("mnuAddField")) << "a live key takes no field";
 
-    // A key added in this edit has no row yet: editing it keeps it to be inserted.
     app->modalHandlers.clear();
     keySelectorAnswers(false, QStringLiteral("5"));
     trigger("mnuKeysEdit");
     EXPECT_EQ(c->Key_Ordinal(), 5);
     EXPECT_TRUE(c->KeyAdded());
     EXPECT_FALSE(c->KeyDirty());
+
+    // A move draws the column anew from its model; a loaded key shows its entity.
+    click(1, 1);
+    trigger("Right");
+    EXPECT_EQ(gridRow(5), QStringList({"", "Cell: cell_name", "Site: SiteId"}));
 }
 
-TEST_F(ColumnKeyFieldTest, EditingAStoredKeyMarksItDirtyAndACancelStillReportsAChange) {
+TEST_F(ColumnKeyFieldTest, AnEditedStoredKeyIsUpdatedAndACancelStillReportsAChange) {
     openStoredDocument();
     click(1, 5);
     keySelectorAnswers(false, QStringLiteral("3"));
-
     trigger("Key");
-
     EXPECT_EQ(opened, QStringList{"key 1"}) << "the selector opens on the key's own ordinal";
-    EXPECT_EQ(a->Key_Ordinal(), 3);
-    EXPECT_EQ(a->KeyFld_Id(), 44);
     EXPECT_EQ(a->KeyFld_Name(), "Cell: cell_name");
     EXPECT_TRUE(a->KeyDirty());
-    EXPECT_FALSE(a->KeyAdded());
     EXPECT_EQ(text(1, 4), "3");
-    EXPECT_EQ(text(1, 5), "Cell: cell_name");
-    EXPECT_EQ(changeCount(), 1);
 
     app->modalHandlers.clear();
     dialogsAreCancelled();
     a->setKeyDirty(false);
     trigger("mnuKeysEdit");
-    EXPECT_EQ(opened.last(), "key 3");
     EXPECT_EQ(changeCount(), 2) << "a cancelled edit still reports a change";
-    EXPECT_EQ(a->Key_Ordinal(), 3);
     EXPECT_FALSE(a->KeyDirty());
-    EXPECT_EQ(text(1, 4), "3");
 
-    // A deleted stored key that is edited again is live again, and its row is updated.
+    // A deleted stored key that is chosen again is live again.
     trigger("DelKey");
-    ASSERT_TRUE(a->KeyDeleted());
+    EXPECT_TRUE(a->KeyDeleted());
+    EXPECT_EQ(text(1, 4), "");
     app->modalHandlers.clear();
     keySelectorAnswers(false, QStringLiteral("4"));
     trigger("Key");
     EXPECT_FALSE(a->KeyDeleted());
     EXPECT_TRUE(a->KeyDirty());
     EXPECT_EQ(text(1, 4), "4");
-    EXPECT_TRUE(enabled("DelKey"));
 }
 
-TEST_F(ColumnKeyFieldTest, AKeyChosenInThisEditKeepsItsTextWhenTheColumnIsRedrawn) {
-    openStoredDocument();
-    click(3, 4);
+TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
+    editor().InitNew(columns);
+    app->inputAnswers = {"Site"};
+    trigger("Add");
+    const ColumnPtr site = columns->Item("Site");
     keySelectorAnswers(true);
-    trigger("Key");
-    click(1, 5);
-    app->modalHandlers.clear();
-    keySelectorAnswers(false, QStringLiteral("3"));
-    trigger("Key");
-    ASSERT_EQ(text(1, 5), "Cell: cell_name");
+    doubleClick(2, 5);
+    EXPECT_EQ(opened, QStringList{"key 1"});
+    EXPECT_TRUE(site->Is_Key());
+    EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
+    forgetChanges();
 
-    // Each move draws the moved column anew from its model.
-    trigger("Right");
-    click(3, 1);
-    trigger("Left");
+    trigger("DelKey");
 
-    EXPECT_EQ(columns->Item("C")->KeyFld_Name(), "Site: SiteId");
-    EXPECT_EQ(text(2, 1), "C");
-    EXPECT_EQ(text(2, 5), "Site: SiteId") << "a key added in this edit";
-    EXPECT_EQ(text(3, 1), "A");
-    EXPECT_EQ(text(3, 5), "Cell: cell_name") << "a stored key chosen again";
+    EXPECT_FALSE(site->Is_Key());
+    EXPECT_EQ(site->KeyEntity_Id(), 0);
+    EXPECT_FALSE(site->KeyDeleted());
+    EXPECT_EQ(text(2, 4) + text(2, 5), "");
+    EXPECT_EQ(changeCount(), 0);
 }
 
-TEST_F(ColumnKeyFieldTest, ALoadedKeyShowsItsEntityWhenTheColumnIsRedrawn) {
-    openStoredDocument();
-    click(1, 1);
-    trigger("Right");
-    EXPECT_EQ(text(2, 5), "Cell: cell_name");
-}
-
-TEST_F(ColumnKeyFieldTest, ClearingAStoredFieldUnmapsItAndANewFieldMayTakeItsPlace) {
+TEST_F(ColumnKeyFieldTest, AClearedStoredFieldIsUnmappedEvenWhenANewOneTakesItsPlace) {
     openStoredDocument();
     click(2, 1);
     trigger("Clear");
     EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_TRUE(b->FieldDeleted());
-    EXPECT_TRUE(b->Dirty());
+    EXPECT_TRUE(b->FieldDeleted() && b->Dirty());
 
     fieldEditorNames(QStringLiteral("Drops"));
     trigger("Field");
-    EXPECT_TRUE(b->FieldAdded());
-    EXPECT_TRUE(b->FieldDeleted()) << "the stored field's mapping still goes";
-
     app->inputAnswers = {"B2"};
     trigger("ReName");
     const ColumnPtr renamed = columns->Item("B2");
-    ASSERT_NE(renamed, nullptr);
     EXPECT_TRUE(renamed->FieldAdded());
-    EXPECT_TRUE(renamed->FieldDeleted());
-
-    // Taking off the field added in this edit leaves the stored one unmapped.
+    EXPECT_TRUE(renamed->FieldDeleted()) << "the stored field's mapping still goes";
     trigger("DelField");
     EXPECT_FALSE(renamed->FieldAdded());
     EXPECT_TRUE(renamed->FieldDeleted());
-}
 
-TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnIsUnmapped) {
-    openStoredDocument();
+    // A new field had no mapping, nor has any field of a new document.
     click(3, 3);
-    fieldEditorNames(QStringLiteral("Drops"));
+    app->modalHandlers.clear();
+    fieldEditorNames(QStringLiteral("Setups"));
     trigger("Field");
     trigger("DelField");
-    EXPECT_FALSE(c->FieldDeleted()) << "the new field had no mapping";
-
-    // A new document has no stored mappings, whatever its columns say.
+    EXPECT_FALSE(c->FieldDeleted());
     const auto fresh = std::make_shared<CDataSourcesColumns>();
     const ColumnPtr copied = stored(*fresh, "D", 14, 1);
     copied->setField(field(12, QStringLiteral("Volume")));
@@ -259,32 +218,7 @@ TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnIsUnmapped) {
     EXPECT_FALSE(copied->FieldDeleted());
 }
 
-TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
-    editor().InitNew(columns);
-    app->inputAnswers = {"Site"};
-    trigger("Add");
-    const ColumnPtr site = columns->Item("Site");
-    keySelectorAnswers(true);
-    doubleClick(2, 5);
-    ASSERT_TRUE(site->Is_Key());
-    EXPECT_EQ(opened, QStringList{"key 1"});
-    EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
-    EXPECT_EQ(text(2, 4), "1");
-    forgetChanges();
-
-    trigger("DelKey");
-
-    EXPECT_FALSE(site->Is_Key());
-    EXPECT_EQ(site->Key_Ordinal(), 0);
-    EXPECT_EQ(site->KeyEntity_Id(), 0);
-    EXPECT_TRUE(site->KeyFld_Name().isEmpty());
-    EXPECT_FALSE(site->KeyDeleted());
-    EXPECT_EQ(text(2, 4), "");
-    EXPECT_EQ(text(2, 5), "");
-    EXPECT_EQ(changeCount(), 0);
-}
-
-TEST_F(ColumnKeyFieldTest, AddingAFieldUnderANameInUseAsksAgain) {
+TEST_F(ColumnKeyFieldTest, AFieldNameInUseIsRefusedAndTheEditorOpensAgain) {
     openStoredDocument();
     click(3, 3);
     fieldEditorNames(QStringLiteral("VOLUME"));
@@ -292,47 +226,28 @@ TEST_F(ColumnKeyFieldTest, AddingAFieldUnderANameInUseAsksAgain) {
 
     trigger("Field");
 
-    const QString caption = QStringLiteral("Create New Data Source Field For CELL | Float");
-    EXPECT_EQ(opened, QStringList({caption, caption}));
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, DuplicateFieldMessage);
+    EXPECT_EQ(opened, QStringList(2, "Create New Data Source Field For CELL | Float"));
+    EXPECT_EQ(messages(), QStringList{DuplicateFieldMessage});
     EXPECT_EQ(app->msgBoxes[0].title, "CANNOT USE DUPLICATE FIELD NAMES");
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-    ASSERT_NE(c->Field(), nullptr);
-    EXPECT_EQ(c->Field_Name(), "Drops");
-    EXPECT_TRUE(c->FieldAdded());
-    EXPECT_TRUE(c->Dirty());
     EXPECT_EQ(text(3, 3), "Drops");
+    EXPECT_TRUE(c->FieldAdded() && c->Dirty());
     EXPECT_EQ(changeCount(), 1);
-
-    EXPECT_TRUE(enabled("Field"));
-    EXPECT_TRUE(enabled("DelField")) << "the new field is not stored yet";
-    EXPECT_FALSE(enabled("Key"));
-    rightClick(3, 3);
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_FALSE(enabled("mnuAddField"));
-    EXPECT_TRUE(enabled("mnuEditField"));
-    EXPECT_TRUE(enabled("mnuDeleteField"));
-    rightClick(3, 5);
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    EXPECT_FALSE(enabled("mnuKeysAdd")) << "a column with a field takes no key";
+    EXPECT_EQ(rightClick(3, 3), "mnuDropDown");
+    EXPECT_TRUE(enabled("mnuDeleteField")) << "a field added in this edit";
 }
 
-TEST_F(ColumnKeyFieldTest, EditingAFieldMarksOnlyAStoredOneDirty) {
+TEST_F(ColumnKeyFieldTest, AnEditedFieldIsMarkedOnlyWhenItIsStored) {
     openStoredDocument();
     click(2, 3);
     fieldEditorNames(QStringLiteral("Volume2"));
-
     trigger("Field");
-
     EXPECT_EQ(opened, QStringList{" Update Data Source Field CELL: Volume | Integer"});
     EXPECT_EQ(b->Field(), volume);
-    EXPECT_EQ(volume->name, "Volume2");
     EXPECT_TRUE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume2");
     EXPECT_EQ(changeCount(), 1);
 
-    // A field added in this edit is still to be created, under its latest name.
     b->setFieldAdded(true);
     app->modalHandlers.clear();
     fieldEditorNames(QStringLiteral("Volume3"));
@@ -340,14 +255,11 @@ TEST_F(ColumnKeyFieldTest, EditingAFieldMarksOnlyAStoredOneDirty) {
     EXPECT_TRUE(b->FieldAdded());
     EXPECT_FALSE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume3");
-    EXPECT_EQ(changeCount(), 2);
 
     app->modalHandlers.clear();
     dialogsAreCancelled();
     trigger("Field");
-    EXPECT_EQ(opened.size(), 3);
     EXPECT_EQ(changeCount(), 2) << "a cancelled field edit changes nothing";
-    EXPECT_TRUE(b->FieldAdded());
 }
 
 TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
@@ -367,9 +279,7 @@ TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
     EXPECT_EQ(open(2, 4), "key 1") << "the key is edited";
     EXPECT_EQ(open(4, 5), "key 2") << "a key is added with the next free ordinal";
     EXPECT_EQ(open(3, 4), "") << "a column with a field takes no key";
-    EXPECT_EQ(open(1, 3), "");
-    EXPECT_EQ(open(1, 4), "");
-    EXPECT_EQ(open(4, 2), "");
+    EXPECT_EQ(open(1, 3) + open(1, 4) + open(4, 2), "");
 }
 
 } // namespace
