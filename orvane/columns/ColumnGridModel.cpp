@@ -97,9 +97,9 @@ void ColumnGridModel::ClearPosition(qint32 gridColumn) {
 }
 
 QString ColumnGridModel::Text(qint32 gridColumn, qint32 row) const {
-    const ColumnPtr column = ColumnAt(gridColumn);
-    if (!column)
+    if (gridColumn < 1 || gridColumn > ColumnCount())
         return QString();
+    const ColumnPtr& column = m_shown[slot(gridColumn)];
     switch (row) {
     case Rows::Name:
         return column->Column_Name();

@@ -34,34 +34,35 @@ qint32 positionOf(const QString& text) {
 std::vector<qint32> nextSameField(const ColumnGridModel& grid) {
     std::vector<qint32> next(static_cast<std::size_t>(grid.ColumnCount()) + 1, 0);
     QHash<QString, qint32> nearestAfter;
+    nearestAfter.reserve(grid.ColumnCount());
     for (qint32 i = grid.ColumnCount(); i >= 1; --i) {
-        const QString field = grid.Text(i, ColumnGridRows::Field).toCaseFolded();
+        const QString field = grid.Text(i, ColumnGridRows::Field);
         if (field.isEmpty())
             continue;
-        next[static_cast<std::size_t>(i)] = nearestAfter.value(field, 0);
-        nearestAfter.insert(field, i);
+        qint32& nearest = nearestAfter[field.toCaseFolded()];
+        next[static_cast<std::size_t>(i)] = nearest;
+        nearest = i;
     }
     return next;
 }
 
 std::optional<Failure> checkGridColumn(const ColumnGridModel& grid, qint32 i, qint32 sameField) {
-    const QString column = QString::number(i);
     if (grid.Text(i, ColumnGridRows::Name).isEmpty()) {
         return Failure{
-            tr("Column %1 has no name.  Please provide a name or delete the column.").arg(column),
-            i, ColumnGridRows::Name};
+            tr("Column %1 has no name.  Please provide a name or delete the column.").arg(i), i,
+            ColumnGridRows::Name};
     }
     if (positionOf(grid.Text(i, ColumnGridRows::Position)) < 1) {
-        return Failure{tr("Column %1 has no position specified.").arg(column) + MsgBoxLineBreak +
+        return Failure{tr("Column %1 has no position specified.").arg(i) + MsgBoxLineBreak +
                            uniquePositionHint(),
                        i, ColumnGridRows::Position};
     }
     if (sameField == 0)
         return std::nullopt;
-    return Failure{tr("Column %1 and column %2 have duplicate field names specified.")
-                           .arg(column, QString::number(sameField)) +
-                       MsgBoxLineBreak + tr("Each field must have a unique name."),
-                   0, 0};
+    return Failure{
+        tr("Column %1 and column %2 have duplicate field names specified.").arg(i).arg(sameField) +
+            MsgBoxLineBreak + tr("Each field must have a unique name."),
+        0, 0};
 }
 
 std::optional<Failure> checkGrid(const ColumnGridModel& grid) {
@@ -75,6 +76,7 @@ std::optional<Failure> checkGrid(const ColumnGridModel& grid) {
 
 std::optional<Failure> checkKeys(const CDataSourcesColumns& columns, const ColumnGridModel& grid) {
     QHash<qint32, qint32> keyFieldByOrdinal;
+    keyFieldByOrdinal.reserve(columns.Count());
     for (const auto& column : columns) {
         if (!column->IsLiveKey())
             continue;
@@ -95,19 +97,28 @@ std::optional<Failure> checkKeys(const CDataSourcesColumns& columns, const Colum
     return std::nullopt;
 }
 
-// A position is taken twice when more columns hold it than columns of that very name (the
-// collection's PositionInUse, counted once for all).
+// Who holds a position: the collection's PositionInUse asks for a holder whose name differs.
+struct PositionHolders {
+    qint32 count = 0;
+    QString name; // the first holder's
+    bool namesDiffer = false;
+};
+
+// Each column is asked whether another column (deleted ones included) holds its position under
+// another name, as PositionInUse does, with the holders of every position counted in one pass.
 std::optional<Failure> checkPositions(const CDataSourcesColumns& columns) {
-    QHash<qint32, qint32> byPosition;
-    QHash<QPair<qint32, QString>, qint32> byPositionAndName;
+    QHash<qint32, PositionHolders> holders;
+    holders.reserve(columns.Count());
     for (const auto& column : columns) {
-        ++byPosition[column->Position()];
-        ++byPositionAndName[{column->Position(), column->Column_Name()}];
+        PositionHolders& holder = holders[column->Position()];
+        if (holder.count++ == 0)
+            holder.name = column->Column_Name();
+        else if (holder.name != column->Column_Name())
+            holder.namesDiffer = true;
     }
     for (const auto& column : columns) {
-        const qint32 others = byPosition.value(column->Position()) -
-                              byPositionAndName.value({column->Position(), column->Column_Name()});
-        if (others > 0) {
+        const PositionHolders& holder = holders[column->Position()];
+        if (holder.namesDiffer) {
             return Failure{
                 tr("Column %1 has a duplicate position spceified.").arg(column->Column_Name()) +
                     MsgBoxLineBreak + uniquePositionHint(),
