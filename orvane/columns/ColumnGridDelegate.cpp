@@ -1,7 +1,7 @@
 #include "orvane/columns/ColumnGridDelegate.h"
 
 #include "orvane/columns/ColumnGridRows.h"
-#include "orvane/editors/mOrvane.h"
+#include "orvane/model/DataTypes.h"
 
 #include <QComboBox>
 #include <QIntValidator>

@@ -9,7 +9,6 @@
 #include "orvane/columns/ColumnValidation.h"
 #include "orvane/dialogs/fFieldInfo.h"
 #include "orvane/dialogs/frmKeySelector.h"
-#include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IField.h"
@@ -17,8 +16,9 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
-#include "orvane/model/ColumnSave.h"
+#include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
+#include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QHeaderView>
 #include <QMenu>
@@ -414,7 +414,7 @@ void XDataSourcesColumn::deleteColumn() {
     if (!model)
         return;
     if (model->Column_Id() >= 1 &&
-        !ColumnSave::TemplateUseCheck(model->IsTimeStamp(), model->Field_Id()))
+        !mOrvane::TemplateUseCheck(model->IsTimeStamp(), model->Field_Id()))
         return;
     deleteCurrentGridColumn();
 }
@@ -442,7 +442,7 @@ void XDataSourcesColumn::clearColumn() {
     if (!model)
         return;
     if (model->Field_Id() > 0) {
-        if (!ColumnSave::TemplateUseCheck(false, model->Field_Id()))
+        if (!mOrvane::TemplateUseCheck(false, model->Field_Id()))
             return;
         // The key stays: only the stored field needed the templates' consent.
         deleteField();

@@ -9,6 +9,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/host/XTechnologies.h"
 #include "orvane/model/ColumnSave.h"
+#include "orvane/widgets/ControlState.h"
 
 #include <QComboBox>
 #include <QDateTime>

@@ -1,6 +1,6 @@
 #include "orvane/editors/FileNameEdit.h"
 
-#include "orvane/editors/mOrvane.h"
+#include "orvane/editors/FileNameValidator.h"
 
 #include <QKeyEvent>
 

@@ -1,9 +1,9 @@
 #include "orvane/editors/SourceSettingsEditor.h"
 
-#include "orvane/editors/mOrvane.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/model/FrequencyList.h"
+#include "orvane/widgets/ControlState.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -76,7 +76,8 @@ void SourceSettingsEditor::setFrequency(qint32 value) {
 
 void SourceSettingsEditor::fillFrequencies() {
     cboFrequency->clear();
-    mOrvane::FillFrequencyList(*cboFrequency);
+    for (const FrequencyItem& item : FrequencyList::Items())
+        cboFrequency->addItem(item.Description);
 }
 
 void SourceSettingsEditor::showTimeSeriesDefaults() {
@@ -95,7 +96,7 @@ void SourceSettingsEditor::showTimeSeries(bool bIsTimeSeries, qint32 lFreq) {
 }
 
 void SourceSettingsEditor::applyFrequencyRule() {
-    mOrvane::ApplyFrequencyRule(*ckTimeSeries, *cboFrequency);
+    cboFrequency->setEnabled(ckTimeSeries->isChecked());
 }
 
 bool SourceSettingsEditor::applyEditPermission() {

@@ -1,11 +1,12 @@
 #include "orvane/editors/XDataSourcesGen.h"
 
 #include "orvane/editors/FileNameEdit.h"
+#include "orvane/editors/FileNameValidator.h"
 #include "orvane/editors/mOrvane.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
-#include "orvane/model/ColumnSave.h"
+#include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -196,7 +197,7 @@ bool XDataSourcesGen::timeStampRemovalRefused() {
     const auto timeStamp = m_data->Columns()->TSColumn();
     if (!timeStamp || timeStamp->Column_Id() < 1)
         return false;
-    return !ColumnSave::TemplateUseCheck(true, timeStamp->Column_Id());
+    return !mOrvane::TemplateUseCheck(true, timeStamp->Column_Id());
 }
 
 void XDataSourcesGen::resizeEvent(QResizeEvent* event) {

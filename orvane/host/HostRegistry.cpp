@@ -6,6 +6,16 @@ namespace Orvane {
 
 namespace {
 
+std::shared_ptr<IEntityChooser>& defaultEntityChooser() {
+    static std::shared_ptr<IEntityChooser> chooser;
+    return chooser;
+}
+
+std::shared_ptr<IEntityChooser>& hostEntityChooser() {
+    static std::shared_ptr<IEntityChooser> chooser;
+    return chooser;
+}
+
 HostComponents& installed() {
     static HostComponents components;
     return components;
@@ -25,6 +35,7 @@ void HostRegistry::Install(HostComponents components) {
 
 void HostRegistry::Uninstall() {
     installed() = HostComponents();
+    hostEntityChooser().reset();
 }
 
 bool HostRegistry::HasQuery() {
@@ -49,6 +60,20 @@ IApplication& HostRegistry::App() {
 
 IWidgetFactory& HostRegistry::Widgets() {
     return require(installed().widgets, "widget factory");
+}
+
+void HostRegistry::InstallEntityChooser(std::shared_ptr<IEntityChooser> chooser) {
+    hostEntityChooser() = std::move(chooser);
+}
+
+IEntityChooser& HostRegistry::EntityChooser() {
+    if (hostEntityChooser())
+        return *hostEntityChooser();
+    return require(defaultEntityChooser(), "entity chooser");
+}
+
+void HostRegistry::SetDefaultEntityChooser(std::shared_ptr<IEntityChooser> chooser) {
+    defaultEntityChooser() = std::move(chooser);
 }
 
 } // namespace Orvane

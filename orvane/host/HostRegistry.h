@@ -5,6 +5,7 @@
 namespace Orvane {
 
 class IApplication;
+class IEntityChooser;
 class IFieldInfoService;
 class IQueryService;
 class IWidgetFactory;
@@ -31,6 +32,14 @@ public:
     static IFieldInfoService& FieldInfo();
     static IApplication& App();
     static IWidgetFactory& Widgets();
+    // Optional: a host that asks for a new document's entity in its own way installs its chooser
+    // here; Uninstall removes it. Without one the library's template-tree dialog asks.
+    static void InstallEntityChooser(std::shared_ptr<IEntityChooser> chooser);
+    // The host's chooser, or the library's own.
+    static IEntityChooser& EntityChooser();
+    // Called once by the library's dialogs, so that the model can ask for an entity without
+    // knowing any dialog.
+    static void SetDefaultEntityChooser(std::shared_ptr<IEntityChooser> chooser);
 };
 
 } // namespace Orvane

@@ -1,10 +1,10 @@
 #include "orvane/model/CDataSourcesData.h"
 
-#include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IDocumentType.h"
 #include "orvane/host/IEntity.h"
+#include "orvane/host/IEntityChooser.h"
 #include "orvane/host/IFieldInfoService.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/IRecordset.h"
@@ -61,13 +61,11 @@ bool CDataSourcesData::InitNew(std::shared_ptr<IDocumentType> dbfdta) {
     m_documentType = std::move(dbfdta);
     m_columns = std::make_shared<CDataSourcesColumns>();
 
-    FSelectEntityTree dialog;
-    dialog.Initialize(QStringLiteral("Select Entity for this Data Source"),
-                      FSelectEntityTree::EntityOnlyMode, QStringLiteral("System"), 0);
-    HostRegistry::App().ShowModal(dialog);
-    if (!dialog.Ok())
+    auto entity = HostRegistry::EntityChooser().ChooseEntity(
+        QStringLiteral("Select Entity for this Data Source"), QStringLiteral("System"));
+    if (!entity)
         return false;
-    m_entity = dialog.FieldCategory();
+    m_entity = std::move(entity);
     m_columns->setEntity(m_entity);
     m_isNew = true;
     return true;

@@ -1,7 +1,7 @@
 #include "orvane/model/ColumnSave.h"
 
+#include "orvane/host/BusyPointer.h"
 #include "orvane/host/HostRegistry.h"
-#include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
 #include "orvane/host/IFieldInfoService.h"
@@ -26,18 +26,6 @@ IQueryService& query() {
 
 void execute(const QString& statement) {
     query().ExecuteStatement(statement);
-}
-
-// Sets the hourglass and returns the pointer to restore.
-qint32 showHourglass() {
-    IApplication& app = HostRegistry::App();
-    const qint32 previous = app.MousePointer();
-    app.setMousePointer(HourglassPointer);
-    return previous;
-}
-
-void restorePointer(qint32 previous) {
-    HostRegistry::App().setMousePointer(previous);
 }
 
 QString typeCode(const CDataSourcesColumn& column) {
@@ -162,10 +150,9 @@ void insertColumns(CDataSourcesColumns& columns) {
 } // namespace
 
 void InsertNewColumns(qint32 docId, CDataSourcesColumns& columns) {
-    const qint32 previous = showHourglass();
+    const BusyPointer busy;
     for (const ColumnPtr& column : columns)
         insertColumnRow(*column, docId);
-    restorePointer(previous);
 }
 
 void CreateNewFields(qint32 docId, CDataSourcesColumns& columns) {
@@ -226,34 +213,15 @@ void CreateField(const std::shared_ptr<IField>& field, qint32 edsId, qint32 colu
     HostRegistry::FieldInfo().RegisterField(field);
 }
 
-bool TemplateUseCheck(bool isTimeStamp, qint32 fieldId) {
-    IApplication& app = HostRegistry::App();
-    if (isTimeStamp) {
-        return app.MsgBox(
-                   QStringLiteral(
-                       "This will remove the 'Time Stamp' column and may affect existing reports"),
-                   MsgBoxButtons::YesNo, MsgBoxIcon::Critical,
-                   QStringLiteral("ARE YOU SURE?")) == MsgBoxResult::Yes;
-    }
+bool FieldInTemplates(qint32 fieldId) {
     const auto rst = query().OpenRecordset(MSQL::TemplatesUsingFieldQuery(fieldId), 60);
-    if (rst && !rst->Eof()) {
-        app.MsgBox(
-            QStringLiteral("This column may not be deleted because it is currently in use in ") +
-                MsgBoxLineBreak +
-                QStringLiteral("one or more templates.  It must be removed from the template(s)") +
-                MsgBoxLineBreak + QStringLiteral("before it may be deleted from this document."),
-            MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
-        return false;
-    }
-    return true;
+    return rst && !rst->Eof();
 }
 
 bool FieldNameInUse(const QString& name, qint32 entityId, qint32 fieldId) {
-    const qint32 previous = showHourglass();
+    const BusyPointer busy;
     const auto rst = query().OpenRecordset(MSQL::FieldNameInUseQuery(entityId, name, fieldId), 60);
-    const bool inUse = rst && !rst->Eof();
-    restorePointer(previous);
-    return inUse;
+    return rst && !rst->Eof();
 }
 
 } // namespace Orvane::ColumnSave

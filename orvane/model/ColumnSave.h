@@ -26,9 +26,8 @@ void UpdateField(const IField& field);
 void CreateField(const std::shared_ptr<IField>& field, qint32 edsId, qint32 columnId,
                  qint32 entityId);
 
-// Whether a column may be removed: the time stamp column after the user confirms, any other
-// column when no report template uses its field. Asks and tells the user itself.
-bool TemplateUseCheck(bool isTimeStamp, qint32 fieldId);
+// True when a report template uses the field of a column that is about to go.
+bool FieldInTemplates(qint32 fieldId);
 // True when another field of the entity already has the name, regardless of case and blanks.
 bool FieldNameInUse(const QString& name, qint32 entityId, qint32 fieldId);
 

@@ -9,6 +9,7 @@
 #include "orvane/model/CDataSourcesData.h"
 #include "orvane/model/ColumnSave.h"
 #include "orvane/model/MSQL.h"
+#include "orvane/widgets/TemplateUseCheck.h"
 #include "studio/app/StudioDocumentType.h"
 
 namespace Orvane::Studio {
@@ -129,7 +130,7 @@ bool DocumentStore::Delete(qint32 id) {
     CDataSourcesColumns columns;
     columns.LoadColumns(id);
     for (const auto& column : columns) {
-        if (column->Field_Id() > 0 && !ColumnSave::TemplateUseCheck(false, column->Field_Id()))
+        if (column->Field_Id() > 0 && !mOrvane::TemplateUseCheck(false, column->Field_Id()))
             return false;
     }
     // Each column goes as the library's save removes one, with its key, mapping and field.

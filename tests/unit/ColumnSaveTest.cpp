@@ -2,6 +2,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/widgets/TemplateUseCheck.h"
 #include "tests/support/FakeHost.h"
 
 namespace Orvane::Testing {
@@ -295,10 +296,10 @@ TEST_F(ColumnSaveTest, ARestoredStateLetsAFailedSaveBeRetriedFromTheStart) {
     EXPECT_FALSE(fresh->Is_Key());
 }
 
-TEST_F(ColumnSaveTest, TheTimeStampColumnGoesOnlyWhenTheUserSaysYes) {
+TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirField) {
     app->msgBoxAnswers = {MsgBoxResult::No, MsgBoxResult::Yes};
-    EXPECT_FALSE(ColumnSave::TemplateUseCheck(true, 0));
-    EXPECT_TRUE(ColumnSave::TemplateUseCheck(true, 0));
+    EXPECT_FALSE(mOrvane::TemplateUseCheck(true, 0));
+    EXPECT_TRUE(mOrvane::TemplateUseCheck(true, 0));
     ASSERT_EQ(app->msgBoxes.size(), 2);
     EXPECT_EQ(app->msgBoxes[0].prompt,
               "This will remove the 'Time Stamp' column and may affect existing reports");
@@ -306,14 +307,12 @@ TEST_F(ColumnSaveTest, TheTimeStampColumnGoesOnlyWhenTheUserSaysYes) {
     EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::YesNo);
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
     EXPECT_TRUE(query->log.isEmpty());
-}
 
-TEST_F(ColumnSaveTest, AColumnWhoseFieldIsInATemplateMayNotGo) {
-    EXPECT_TRUE(ColumnSave::TemplateUseCheck(false, 8));
+    app->msgBoxes.clear();
+    EXPECT_TRUE(mOrvane::TemplateUseCheck(false, 8));
     EXPECT_TRUE(app->msgBoxes.isEmpty());
-
     query->Answer("PM_TemplateField", {Row{{"TemplateId", 1}}});
-    EXPECT_FALSE(ColumnSave::TemplateUseCheck(false, 8));
+    EXPECT_FALSE(mOrvane::TemplateUseCheck(false, 8));
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes[0].prompt,
               "This column may not be deleted because it is currently in use in \r\n"

@@ -1,12 +1,10 @@
-#include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/host/HostRegistry.h"
+#include "orvane/host/IEntityChooser.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
 #include "tests/support/FakeHost.h"
-
-#include <QPushButton>
 
 namespace Orvane::Testing {
 namespace {
@@ -117,8 +115,21 @@ TEST_F(DataSourcesDataTest, AnotherTypeLoadsNoSettingsAndAMissingRowKeepsThePrev
     EXPECT_EQ(doc.FileName(), "kept");
 }
 
-TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialogOrIsCancelled) {
-    CDataSourcesData cancelled; // no dialog handler: the entity dialog is cancelled
+// The model asks through the host's chooser and knows no dialog.
+TEST_F(DataSourcesDataTest, InitNewTakesTheChosenEntityOrIsCancelled) {
+    struct Chooser : IEntityChooser {
+        std::shared_ptr<IEntity> ChooseEntity(const QString& caption,
+                                              const QString& schema) override {
+            asked << caption + "|" + schema;
+            return answer;
+        }
+        std::shared_ptr<IEntity> answer;
+        QStringList asked;
+    };
+    const auto chooser = std::make_shared<Chooser>();
+    HostRegistry::InstallEntityChooser(chooser);
+
+    CDataSourcesData cancelled;
     const auto before = cancelled.Columns();
     EXPECT_FALSE(cancelled.InitNew(ascii));
     EXPECT_FALSE(cancelled.IsNew());
@@ -126,21 +137,14 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheEntityChosenInTheDialogOrIsCancelled)
     EXPECT_NE(cancelled.Columns(), before); // a new, empty collection stays in place
     EXPECT_EQ(cancelled.Columns()->Count(), 0);
 
-    app->modalHandlers.push_back([](QDialog& dialog) {
-        auto& selector = dynamic_cast<FSelectEntityTree&>(dialog);
-        EXPECT_EQ(selector.windowTitle(), "Select Entity for this Data Source");
-        auto* tree = static_cast<FakeTemplateTree*>(selector.tpl);
-        EXPECT_EQ(tree->loads, QStringList{"System|Traffic"});
-        tree->selectedKey = "3";
-        selector.cmdButton[1]->click();
-        return dialog.result();
-    });
+    chooser->answer = cell;
     CDataSourcesData doc;
     EXPECT_TRUE(doc.InitNew(ascii));
     EXPECT_TRUE(doc.IsNew());
     EXPECT_EQ(doc.Entity(), cell);
     EXPECT_EQ(doc.Columns()->Entity(), cell);
-    EXPECT_EQ(app->modalShown, QStringList({"FSelectEntityTree", "FSelectEntityTree"}));
+    EXPECT_EQ(chooser->asked, QStringList(2, "Select Entity for this Data Source|System"));
+    EXPECT_TRUE(app->modalShown.isEmpty());
 }
 
 TEST_F(DataSourcesDataTest, SaveDataChoosesThePathAndReloadsTheEntity) {

@@ -1,0 +1,14 @@
+#pragma once
+
+#include <functional>
+
+class QWidget;
+
+namespace Orvane::mOrvane {
+
+// Runs an event handler of a control. A library error it raises (a database that failed, a
+// value that did not convert) is shown to the user in a critical message box titled with the
+// control's window title, instead of escaping into Qt's event loop. False when it failed.
+bool RunReported(QWidget& control, const std::function<void()>& handler);
+
+} // namespace Orvane::mOrvane
