@@ -1,9 +1,9 @@
 #include "orvane/columns/ColumnGridModel.h"
 
 #include "orvane/columns/ColumnGridRows.h"
-#include "orvane/editors/mOrvane.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/DataTypes.h"
 
 #include <QColor>
 #include <algorithm>

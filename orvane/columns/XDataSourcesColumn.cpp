@@ -18,6 +18,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
+#include "orvane/widgets/ErrorReport.h"
 #include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QHeaderView>
@@ -332,7 +333,7 @@ void XDataSourcesColumn::refreshToolbar() {
 }
 
 void XDataSourcesColumn::runCommand(ColumnCommand command) {
-    runReported([this, command] {
+    mOrvane::RunReported(*this, [this, command] {
         switch (command) {
         case ColumnCommand::Add:
         case ColumnCommand::ColAdd:
@@ -376,15 +377,6 @@ void XDataSourcesColumn::runCommand(ColumnCommand command) {
         }
     });
     clickActiveCell();
-}
-
-void XDataSourcesColumn::runReported(const std::function<void()>& handler) {
-    try {
-        handler();
-    } catch (const Error& error) {
-        HostRegistry::App().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
-                                   window()->windowTitle());
-    }
 }
 
 // ---- Column commands ------------------------------------------------------------------------

@@ -5,7 +5,6 @@
 
 #include <QString>
 #include <QWidget>
-#include <functional>
 #include <memory>
 
 class QMenu;
@@ -77,10 +76,8 @@ private:
     void cellEdited(qint32 column, qint32 row);
 
     void refreshToolbar();
+    // Runs a command; a database failure on its way is shown to the user, not raised.
     void runCommand(ColumnCommand command);
-    // Runs a handler that may reach the database; a failure is shown to the user, titled with
-    // the control's caption, and leaves the control as the handler left it.
-    void runReported(const std::function<void()>& handler);
 
     // The column commands.
     void appendColumn();
