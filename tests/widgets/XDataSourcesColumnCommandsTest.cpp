@@ -191,24 +191,11 @@ TEST_F(ColumnCommandsTest, ClearingKeepsTheKeyOnlyOfAColumnWithAStoredField) {
     EXPECT_EQ(c->KeyFld_Id(), 45) << "a stored key goes when the document is saved";
     EXPECT_EQ(gridRow(4), QStringList({"", "1", ""}));
     EXPECT_EQ(gridRow(6), QStringList({"1", "", ""}));
+    EXPECT_EQ(c->Position(), 3) << "the model keeps it until the user types one";
     EXPECT_FALSE(enabled("DelKey"));
-}
-
-TEST_F(ColumnCommandsTest, DeletingAKeyInANewDocumentWipesItQuietly) {
-    editor().InitNew(columns);
-    app->inputAnswers = {"Site"};
-    trigger("Add");
-    const ColumnPtr site = columns->Item("Site");
-    makeKey(*site, 1, 44);
-    click(2, 4);
-    forgetChanges();
-
-    trigger("DelKey");
-
-    EXPECT_FALSE(site->Is_Key());
-    EXPECT_FALSE(site->KeyDeleted());
-    EXPECT_EQ(gridRow(4), QStringList({"", ""}));
-    EXPECT_EQ(changeCount(), 0);
+    EXPECT_FALSE(editor().IsValid("Save"));
+    EXPECT_EQ(messages().last(), "Column 2 has no position specified.\r\n"
+                                 "A unique position between 1 and 500 must be specified");
 }
 
 TEST_F(ColumnCommandsTest, ToolbarAndPopUpsFollowTheColumnsKeyAndField) {

@@ -15,36 +15,12 @@ const QStringList Buttons = {"Add",    "Insert", "Delete",   "ReName", "Clear", 
 
 using ColumnGridTest = ColumnEditorTest;
 
-TEST_F(ColumnGridTest, ToolbarMenusAndRowsAreLaidOutAsTheUserKnowsThem) {
-    QStringList keys, tips;
-    for (const QAction* a : editor().findChild<QToolBar*>("tbColumns")->actions()) {
+TEST_F(ColumnGridTest, AnEmptyEditorShowsTheToolbarInOrderAndTheRowHeadingsAndOffersAdd) {
+    QStringList keys;
+    for (const QAction* a : editor().findChild<QToolBar*>("tbColumns")->actions())
         keys << a->objectName();
-        if (!a->isSeparator()) {
-            tips << a->toolTip();
-            EXPECT_FALSE(a->icon().isNull()) << a->objectName().toStdString();
-        }
-    }
     EXPECT_EQ(keys.join(' '), "sep1 Add Insert Delete sep2 ReName Clear sep4 Key DelKey sep5 "
                               "Field DelField sep3 Left Right");
-    EXPECT_EQ(tips, QStringList({"Append column.", "Insert column.", "Delete selected column.",
-                                 "Rename column.", "Clear column.", "Add or edit Key Field.",
-                                 "Delete Key Field.", "Add or edit Field.", "Delete Field.",
-                                 "Move column left.", "Move column right."}));
-    EXPECT_EQ(editor().findChild<QAction*>("ReName")->statusTip(), "rename");
-
-    QStringList items;
-    for (const char* name : {"mnuDropDown", "mnuColumns", "mnuKeys"}) {
-        const auto* menu = editor().findChild<QMenu*>(name);
-        items << menu->title() + ":";
-        for (const QAction* a : menu->actions())
-            items << a->objectName() + (a->isSeparator() ? QString() : "=" + a->text());
-    }
-    EXPECT_EQ(items.join(' '),
-              "Select: mnuAddField=Add Field mnuEditField=Edit Field mnuDeleteField=Delete Field "
-              "mnuSep1 Columns: mnuColAdd=Add mnuColInsert=Insert mnuColDelete=Delete mnuSep2 "
-              "mnuColEdit=ReName mnuColClear=Clear mnuSep3 Keys: mnuKeysAdd=Add Key Field "
-              "mnuKeysEdit=Edit Key Field mnuKeysDelete=Delete Key Field mnuSep4");
-
     QStringList headings;
     for (int row = 0; row < grid().model()->rowCount(); ++row)
         headings << grid().model()->headerData(row, Qt::Vertical).toString();
@@ -129,11 +105,10 @@ TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
     EXPECT_EQ(text(1, 6), "4");
     EXPECT_FALSE(ts->ColumnDeleted());
 
-    const auto fresh = std::make_shared<CDataSourcesColumns>();
-    editor().InitNew(fresh);
+    editor().InitNew(std::make_shared<CDataSourcesColumns>());
     editor().ShowTimeSeriesColumn(false);
     EXPECT_EQ(columnCount(), 0);
-    EXPECT_EQ(fresh->Count(), 0);
+    EXPECT_EQ(editor().Columns()->Count(), 0) << "a new time stamp is dropped";
 }
 
 TEST_F(ColumnGridTest, TheTypeListAndThePositionCellEditTheColumn) {
@@ -163,15 +138,6 @@ TEST_F(ColumnGridTest, TheTypeListAndThePositionCellEditTheColumn) {
     EXPECT_EQ(text(1, 6), "7");
     EXPECT_EQ(a->Position(), 7);
     EXPECT_EQ(changeCount(), 2);
-}
-
-TEST_F(ColumnGridTest, WithoutANameWidthFromTheDatabaseNoNameFits) {
-    query->colNameWidth = 0;
-    editor().InitNew(columns);
-    app->inputAnswers = {"A", ""};
-    trigger("Add");
-    EXPECT_EQ(messages(), QStringList({"Column name must be 40 characters or fewer."}));
-    EXPECT_EQ(columnCount(), 1);
 }
 
 } // namespace

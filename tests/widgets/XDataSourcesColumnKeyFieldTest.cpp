@@ -1,9 +1,7 @@
-#include "orvane/dialogs/FSelectEntityTree.h"
-#include "orvane/dialogs/fFieldInfo.h"
-#include "orvane/dialogs/frmKeySelector.h"
 #include "tests/widgets/ColumnEditorFixture.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -14,8 +12,13 @@ namespace {
 const QString DuplicateFieldMessage =
     QStringLiteral("Field name is in use.\r\nPlease select a different name.");
 
+template <class T> T& child(QDialog& dialog, const QString& name) {
+    return *dialog.findChild<T*>(name);
+}
+
 // The key and field commands, through the real key field selector and field editor that the
-// fake application's modal handlers fill in.
+// fake application's modal handlers fill in. Each handler records what its dialog showed as it
+// opened; the fake keeps the last handler for later shows, so a later command clears them first.
 class ColumnKeyFieldTest : public ColumnEditorTest {
 protected:
     ColumnKeyFieldTest() {
@@ -23,8 +26,7 @@ protected:
         dictionary->addEntity(6, QStringLiteral("SITE"), "Site");
         siteId = dictionary->addField(20, QStringLiteral("SiteId"), 6);
         siteId->entityLabel = QStringLiteral("Site");
-        dictionary->addField(44, QStringLiteral("cell_name"), 5)->entityLabel =
-            QStringLiteral("Cell");
+        dictionary->addField(44, QStringLiteral("cell_name"), 5)->entityLabel = "Cell";
     }
 
     // A stored document: A a key column (ordinal 1), B with a stored field, C plain.
@@ -40,61 +42,53 @@ protected:
         forgetChanges();
     }
 
-    // Each helper queues the handlers for the dialogs of one command; the fake application keeps
-    // the last handler for later shows, so a later command clears the queue first.
-    //
-    // The next key selector: records the ordinal it opened with, picks Site's SiteId in the
-    // entity tree when asked to, types the ordinal when one is given, and presses OK.
+    // The next key selector picks Site's SiteId in the entity tree when asked to, types the
+    // ordinal when one is given, and presses OK.
     void keySelectorAnswers(bool chooseSite, const QString& ordinal = QString()) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& selector = dynamic_cast<frmKeySelector&>(dialog);
-            opened << QStringLiteral("key ") + selector.txtOrdinal->text();
+            auto& txtOrdinal = child<QLineEdit>(dialog, "txtOrdinal");
+            opened << "key " + txtOrdinal.text();
             if (chooseSite)
-                selector.cmdSelect->click();
+                child<QPushButton>(dialog, "cmdSelect").click();
             if (!ordinal.isEmpty()) {
-                selector.txtOrdinal->selectAll();
-                QTest::keyClicks(selector.txtOrdinal, ordinal);
+                txtOrdinal.selectAll();
+                QTest::keyClicks(&txtOrdinal, ordinal);
             }
-            selector.cmdOk->click();
-            return selector.result();
+            child<QPushButton>(dialog, "cmdOk").click();
+            return dialog.result();
         });
         if (chooseSite) {
             app->modalHandlers.push_back([this](QDialog& dialog) {
-                auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
                 widgets->lastTree->selectedKey = QStringLiteral("6");
                 widgets->lastTree->selectedFields = {siteId};
-                tree.cmdButton[1]->click();
-                return tree.result();
+                child<QPushButton>(dialog, "cmdButton(1)").click();
+                return dialog.result();
             });
         }
     }
 
-    // The next field editor: records its caption, types the name over the old one, makes sure a
-    // technology is checked, and presses OK.
+    // The next field editor types the name over the old one, makes sure a technology is checked,
+    // and presses OK.
     void fieldEditorNames(const QString& name) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& fieldEditor = dynamic_cast<fFieldInfo&>(dialog);
-            opened << fieldEditor.windowTitle() + QStringLiteral(" | ") +
-                          fieldEditor.cboDataType->currentText();
-            fieldEditor.txtName->selectAll();
-            QTest::keyClicks(fieldEditor.txtName, name);
+            opened << dialog.windowTitle() + " | " +
+                          child<QComboBox>(dialog, "cboDataType").currentText();
+            auto& txtName = child<QLineEdit>(dialog, "txtName");
+            txtName.selectAll();
+            QTest::keyClicks(&txtName, name);
             if (widgets->lastTechnologies->TechnologyMask() == 0)
                 widgets->lastTechnologies->check(3);
-            fieldEditor.cmdOk->click();
-            return fieldEditor.result();
+            child<QPushButton>(dialog, "cmdOk").click();
+            return dialog.result();
         });
     }
 
-    // Every later dialog is only recorded and cancelled.
+    // Every later dialog is cancelled.
     void dialogsAreCancelled() {
         app->modalHandlers.push_back([this](QDialog& dialog) {
-            if (auto* selector = dynamic_cast<frmKeySelector*>(&dialog)) {
-                opened << QStringLiteral("key ") + selector->txtOrdinal->text();
-                selector->cmdCancel->click();
-            } else {
-                opened << dialog.windowTitle();
-                dialog.reject();
-            }
+            const auto* txtOrdinal = dialog.findChild<QLineEdit*>("txtOrdinal");
+            opened << (txtOrdinal ? "key " + txtOrdinal->text() : dialog.windowTitle());
+            dialog.reject();
             return dialog.result();
         });
     }
@@ -102,7 +96,7 @@ protected:
     ColumnPtr a, b, c;
     std::shared_ptr<FakeField> siteId;
     std::shared_ptr<FakeField> volume;
-    QStringList opened; // what each dialog showed when it opened
+    QStringList opened;
 };
 
 TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsToBeInsertedHoweverOftenItIsEdited) {

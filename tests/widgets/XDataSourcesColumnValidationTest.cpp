@@ -113,16 +113,5 @@ const Layout Layouts[] = {
 
 INSTANTIATE_TEST_SUITE_P(Checks, ColumnValidationTest, ::testing::ValuesIn(Layouts));
 
-TEST_F(ColumnEditorTest, AClearedPositionCellFailsValidation) {
-    stored(*columns, "A", 1, 1);
-    editor().InitEdit(columns);
-    click(1, 1);
-    trigger("Clear");
-    EXPECT_EQ(text(1, 6), "");
-    EXPECT_EQ(columns->Item("A")->Position(), 1) << "the model keeps it until the user types one";
-    EXPECT_FALSE(editor().IsValid("Save"));
-    EXPECT_EQ(messages(), QStringList({"Column 1 has no position specified." + PositionHint}));
-}
-
 } // namespace
 } // namespace Orvane::Testing
