@@ -102,16 +102,7 @@ TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndActsOnTheNewOne) {
     EXPECT_EQ(columns->Count(), 3);
     EXPECT_EQ(gamma->Column_Id(), 12) << "the save updates the stored row";
     EXPECT_TRUE(gamma->Dirty());
-    EXPECT_EQ(gamma->KeyFld_Id(), 44);
     EXPECT_EQ(gamma->ColPosition(), 2);
-
-    // In a new document the flag is copied.
-    const auto fresh = std::make_shared<CDataSourcesColumns>();
-    editor().InitNew(fresh);
-    app->inputAnswers = {"N", "M"};
-    trigger("Add");
-    trigger("ReName");
-    EXPECT_FALSE(fresh->Item("M")->Dirty());
 }
 
 TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {

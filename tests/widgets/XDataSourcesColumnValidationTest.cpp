@@ -14,6 +14,10 @@ struct Layout {
     QString selected; // "column,row" of the one selected cell, or "none"
 };
 
+void PrintTo(const Layout& layout, std::ostream* os) {
+    *os << layout.check;
+}
+
 class ColumnValidationTest : public ColumnEditorTest, public ::testing::WithParamInterface<Layout> {
 protected:
     QString selectedCell() {
