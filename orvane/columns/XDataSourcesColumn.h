@@ -7,7 +7,6 @@
 #include <QWidget>
 #include <memory>
 
-class QMenu;
 class QPoint;
 class QTableView;
 
