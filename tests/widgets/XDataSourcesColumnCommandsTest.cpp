@@ -46,23 +46,6 @@ TEST_F(ColumnCommandsTest, AppendAsksForANameAndAddsTheColumnAtTheEnd) {
     EXPECT_EQ(states({"Left", "Right", "Delete"}), "Left=1 Right=0 Delete=1") << "now current";
 }
 
-TEST_F(ColumnCommandsTest, ANameInUseIsRefusedAndTheAskingStartsOver) {
-    openStoredDocument();
-    click(2, 1);
-    app->inputAnswers = {"a", ""};
-
-    trigger("ReName");
-
-    EXPECT_EQ(messages(),
-              QStringList({"This column name is already in use.  Please enter a unique name."}));
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-    // Even when renaming, the second question is the plain adding one.
-    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN",
-                                      "Please enter column name | ADDING COLUMN"}));
-    EXPECT_EQ(gridRow(1), QStringList({"A", "B", "C"}));
-    EXPECT_EQ(changeCount(), 1) << "a name was given, so the run reports a change";
-}
-
 TEST_F(ColumnCommandsTest, AppendingTheNameOfADeletedColumnOffersToRestoreIt) {
     openStoredDocument();
     b->setPosition(5);
@@ -87,22 +70,28 @@ TEST_F(ColumnCommandsTest, AppendingTheNameOfADeletedColumnOffersToRestoreIt) {
     EXPECT_EQ(a->ColPosition(), 2);
 }
 
-TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndActsOnTheNewOne) {
+TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndANameInUseStartsTheAskingOver) {
     openStoredDocument();
-    makeKey(*b, 1, 44);
     click(2, 1);
-    app->inputAnswers = {"Beta", "Gamma"};
+    app->inputAnswers = {"a", "Beta", "Gamma"};
 
     trigger("ReName");
     trigger("mnuColEdit");
 
-    EXPECT_EQ(prompts(), QStringList(2, "Please enter new column name | RENAMING COLUMN"));
-    EXPECT_EQ(gridRow(1), QStringList({"A", "Gamma", "C"}));
+    EXPECT_EQ(messages(),
+              QStringList({"This column name is already in use.  Please enter a unique name."}));
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    // Even when renaming, the question after a refusal is the plain adding one.
+    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN",
+                                      "Please enter column name | ADDING COLUMN",
+                                      "Please enter new column name | RENAMING COLUMN"}));
+    EXPECT_EQ(gridRow(1), QStringList({"A", "Gamma", "C"})) << "the second acts on the new one";
     const ColumnPtr gamma = columns->Item("Gamma");
     EXPECT_EQ(columns->Count(), 3);
     EXPECT_EQ(gamma->Column_Id(), 12) << "the save updates the stored row";
     EXPECT_TRUE(gamma->Dirty());
     EXPECT_EQ(gamma->ColPosition(), 2);
+    EXPECT_EQ(changeCount(), 4) << "each named run reports a change, the refused one too";
 }
 
 TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {
