@@ -102,6 +102,14 @@ TEST_F(OracleDialectBridgeTest, UniqueAndOuterJoinsOfEveryShapeBecomeAnsi) {
         {"a derived table with its alias",
          "SELECT 1 FROM (SELECT UNIQUE id FROM t) a, u b WHERE a.id = b.id(+) AND b.z(+) > 2",
          "SELECT 1 FROM (SELECT DISTINCT id FROM t) a LEFT JOIN u b ON a.id = b.id AND b.z > 2"},
+        {"parenthesised AND groups split, so a plain condition filters after the join",
+         "SELECT t1.id, t2.id FROM t1, t2 WHERE (t1.id = t2.id(+) AND t1.a = 1)",
+         "SELECT t1.id, t2.id FROM t1 LEFT JOIN t2 ON t1.id = t2.id WHERE t1.a = 1"},
+        {"nested groups, an OR group without (+), a BETWEEN inside a group",
+         "SELECT 1 FROM a, b, c WHERE ((a.id = b.id(+) AND (c.id(+) = b.id)) AND (a.x = 1 OR "
+         "b.y = 2) AND (a.d BETWEEN 1 AND 2))",
+         "SELECT 1 FROM a LEFT JOIN b ON a.id = b.id LEFT JOIN c ON c.id = b.id WHERE (a.x = 1 OR "
+         "b.y = 2) AND a.d BETWEEN 1 AND 2"},
         {"an insert that copies an outer join",
          "INSERT INTO x (a, b) SELECT a.a, b.b FROM a, b WHERE a.id = b.id(+)",
          "INSERT INTO x (a, b) SELECT a.a, b.b FROM a LEFT JOIN b ON a.id = b.id"},
@@ -117,6 +125,7 @@ TEST_F(OracleDialectBridgeTest, WhatCannotBeTranslatedWithCertaintyIsRefused) {
     const std::pair<const char*, const char*> cases[] = {
         {"SELECT 1 FROM a, b WHERE a.id = b.id(+) OR a.x = 1", "joined by OR"},
         {"SELECT 1 FROM a, b WHERE (a.id = b.id(+) OR b.x(+) = 1)", "may not use OR"},
+        {"SELECT 1 FROM a, b WHERE NOT (a.id = b.id(+) AND a.x = 1)", "under NOT"},
         {"SELECT 1 FROM a, b WHERE id = b.id(+)", "must be qualified"},
         {"SELECT 1 FROM a, b WHERE a.id = x(+)", "must be qualified"},
         {"SELECT 1 FROM a, b WHERE a.id(+) = b.id(+)", "several tables"},
