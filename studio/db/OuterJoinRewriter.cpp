@@ -64,6 +64,17 @@ qsizetype OuterJoinRewriter::skipParentheses(qsizetype i) const {
     return close;
 }
 
+// The END of a CASE that starts at i, else what skipParentheses gives.
+qsizetype OuterJoinRewriter::skipNested(qsizetype i) const {
+    if (!m_tokens.IsKeyword(i, QLatin1StringView("CASE")))
+        return skipParentheses(i);
+    for (qsizetype j = i + 1; j < m_tokens.Count(); j = skipNested(j) + 1) {
+        if (m_tokens.IsKeyword(j, QLatin1StringView("END")))
+            return j;
+    }
+    throw Error(QStringLiteral("a CASE has no END"));
+}
+
 // Oracle's rule: a bare name is compared in upper case, a quoted one exactly.
 QString OuterJoinRewriter::nameKey(qsizetype token) const {
     const QStringView text = m_tokens.Text(token);
@@ -161,14 +172,14 @@ void OuterJoinRewriter::appendCondition(qsizetype first, qsizetype last, Ranges&
     conditions.append({first, last});
 }
 
-// The parts of [first, last) that AND joins at its own level, the AND of a BETWEEN excepted;
-// nothing when an OR joins them.
+// The parts of [first, last) that AND joins at its own level, the AND of a BETWEEN and those
+// inside a CASE excepted; nothing when an OR joins them.
 std::optional<OuterJoinRewriter::Ranges> OuterJoinRewriter::andedParts(qsizetype first,
                                                                        qsizetype last) const {
     Ranges parts;
     qsizetype start = first;
     int openBetweens = 0;
-    for (qsizetype i = first;; i = skipParentheses(i) + 1) {
+    for (qsizetype i = first;; i = skipNested(i) + 1) {
         const bool atEnd = i >= last;
         if (!atEnd) {
             if (m_tokens.IsKeyword(i, QLatin1StringView("OR")))

@@ -52,6 +52,7 @@ private:
     QString joinedFromList() const;
     QString nameKey(qsizetype token) const;
     qsizetype skipParentheses(qsizetype i) const;
+    qsizetype skipNested(qsizetype i) const;
 
     const SqlTokenList& m_tokens;
     PieceText m_piece;

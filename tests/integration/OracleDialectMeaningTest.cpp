@@ -65,7 +65,7 @@ struct Item {
 };
 
 // A random Oracle-style query: chains of outer joins, outer tables joined to two tables, several
-// conditions and constants marking one table, plain filters, OR and NOT groups on outer columns,
+// conditions and constants marking one table, plain filters (OR, NOT, CASE) on outer columns,
 // implicit cross joins, in random order and parenthesised AND groups. Now and then it is made
 // invalid: (+) beside OR, two tables outer-joined to each other, or (+) on both sides.
 class QueryGenerator {
@@ -161,10 +161,13 @@ private:
     QString filter() {
         const QString column = columnOf(m_dice.below(m_items.size()));
         const QString other = columnOf(m_dice.below(m_items.size()));
-        return QStringList{column + " IS NULL", column + " IS NOT NULL",
+        return QStringList{column + " IS NULL",
+                           column + " IS NOT NULL",
                            column + " = " + QString::number(m_dice.below(3)),
                            "(" + column + " = 1 OR " + other + " IS NULL)",
-                           "NOT (" + column + " = 1 AND " + other + " IS NULL)"}[m_dice.below(5)];
+                           "NOT (" + column + " = 1 AND " + other + " IS NULL)",
+                           "CASE WHEN " + column + " = 1 OR " + other +
+                               " IS NULL THEN 1 END = 1"}[m_dice.below(6)];
     }
 
     // The first condition of an outer item is its link; it gets an OR or a link back.

@@ -90,11 +90,13 @@ TEST_F(OracleDialectBridgeTest, UniqueAndOuterJoinsOfEveryShapeBecomeAnsi) {
         {"a derived table with its alias",
          "SELECT 1 FROM (SELECT UNIQUE id FROM t) a, u b WHERE a.id = b.id(+) AND b.z(+) > 2",
          "SELECT 1 FROM (SELECT DISTINCT id FROM t) a LEFT JOIN u b ON a.id = b.id AND b.z > 2"},
-        {"nested groups, an OR group without (+), a BETWEEN inside a group",
+        {"nested groups, an OR group without (+), a BETWEEN inside a group, AND and OR in a CASE",
          "SELECT 1 FROM a, b, c WHERE ((a.id = b.id(+) AND (c.id(+) = b.id)) AND (a.x = 1 OR "
-         "b.y = 2) AND (a.d BETWEEN 1 AND 2))",
+         "b.y = 2) AND (a.d BETWEEN 1 AND 2)) AND CASE WHEN a.x = 1 AND a.y = 2 OR a.z = 3 THEN 1 "
+         "END = 1",
          "SELECT 1 FROM a LEFT JOIN b ON a.id = b.id LEFT JOIN c ON c.id = b.id WHERE (a.x = 1 OR "
-         "b.y = 2) AND a.d BETWEEN 1 AND 2"},
+         "b.y = 2) AND a.d BETWEEN 1 AND 2 AND CASE WHEN a.x = 1 AND a.y = 2 OR a.z = 3 THEN 1 "
+         "END = 1"},
         {"an insert that copies an outer join",
          "INSERT INTO x (a, b) SELECT a.a, b.b FROM a, b WHERE a.id = b.id(+)",
          "INSERT INTO x (a, b) SELECT a.a, b.b FROM a LEFT JOIN b ON a.id = b.id"},
