@@ -23,7 +23,7 @@ using Studio::SqlBackend;
 
 namespace {
 
-constexpr int DataSets = 80;
+constexpr int DataSets = 120;
 constexpr int QueriesPerDataSet = 50;
 const QStringList Tables{"t1", "t2", "t3"};
 const QStringList Columns{"id", "a", "b"};
@@ -127,7 +127,7 @@ private:
         }
     }
 
-    // Linked to one or two earlier items, sometimes by two columns, sometimes with a constant.
+    // Linked to one or two earlier items, sometimes by two columns.
     void joinOuter(int k) {
         const int parent = m_dice.below(k);
         m_conditions << link(k, parent);
@@ -135,12 +135,17 @@ private:
             m_conditions << link(k, parent);
         if (k > 1 && m_dice.chance(30))
             m_conditions << link(k, (parent + 1 + m_dice.below(k - 1)) % k);
-        if (m_dice.chance(40)) {
-            const QString column = columnOf(k);
-            const QString test =
-                m_dice.chance(25) ? " IS NULL" : " = " + QString::number(m_dice.below(3));
-            m_conditions.append({column + mark() + test, column + test, k});
-        }
+        if (m_dice.chance(40))
+            m_conditions << ownCondition(k);
+    }
+
+    // A condition on an outer item's columns alone: IS NULL, a constant, or two of its columns.
+    Condition ownCondition(int k) {
+        const QString column = columnOf(k);
+        const QString other = columnOf(k);
+        const int form = m_dice.below(3);
+        const QString test = form == 0 ? " IS NULL" : form == 1 ? " = 1" : " = " + other;
+        return {column + mark() + test + (form == 2 ? mark() : QString()), column + test, k};
     }
 
     // Linked to an earlier item in WHERE, or an implicit cross join.
