@@ -189,6 +189,7 @@ private:
                 {columnOf(link->on) + " = " + columnOf(link->linked) + mark(), {}, -1});
     }
 
+    // The conditions AND-ed in runs, some runs in parentheses, nested up to three deep.
     QString grouped(const QStringList& conditions, int depth) {
         if (conditions.size() == 1)
             return m_dice.chance(15) ? "(" + conditions[0] + ")" : conditions[0];
