@@ -4,6 +4,7 @@
 
 #include <QHash>
 #include <QObject>
+#include <QString>
 
 class QAction;
 class QMenu;
@@ -11,6 +12,8 @@ class QToolBar;
 class QWidget;
 
 namespace Orvane {
+
+class CDataSourcesColumn;
 
 // The column layout editor's commands as actions: the toolbar tbColumns and the pop-up menus
 // mnuDropDown, mnuColumns and mnuKeys. Each action's objectName is its key, by which hosts and
@@ -27,6 +30,20 @@ public:
 
     QAction* Action(ColumnCommand command) const { return m_actions.value(command); }
     void Apply(const CommandStates& states);
+
+    // Which commands are offered for the column the user is on.
+    static inline const QString OdbcAppName = QStringLiteral("ODBC Data Source");
+    // The toolbar buttons for the column shown in gridColumn (1-based) of columnCount; with no
+    // column (null, or gridColumn 0) only Add is offered.
+    static CommandStates ToolbarState(const CDataSourcesColumn* column, qint32 gridColumn,
+                                      qint32 columnCount, const QString& appName);
+    // The "Columns" pop-up; with no column only Add is offered.
+    static CommandStates ColumnsMenuState(const CDataSourcesColumn* column, const QString& appName);
+    // The "Select" pop-up (field items). Deleting is offered for a field added during this edit
+    // or for any field of a new document.
+    static CommandStates FieldMenuState(const CDataSourcesColumn& column, bool newDocument);
+    // The "Keys" pop-up.
+    static CommandStates KeysMenuState(const CDataSourcesColumn& column);
 
 signals:
     void triggered(Orvane::ColumnCommand command);

@@ -5,7 +5,6 @@
 #include "orvane/columns/ColumnGridModel.h"
 #include "orvane/columns/ColumnGridRows.h"
 #include "orvane/columns/ColumnNamePrompt.h"
-#include "orvane/columns/ColumnRules.h"
 #include "orvane/columns/ColumnValidation.h"
 #include "orvane/dialogs/fFieldInfo.h"
 #include "orvane/dialogs/frmKeySelector.h"
@@ -264,7 +263,7 @@ void XDataSourcesColumn::clickActiveCell() {
 
 void XDataSourcesColumn::gridRightClick(qint32 column, qint32 row, const QPoint& globalPos) {
     if (m_grid->ColumnCount() == 0 || column <= 0) {
-        m_commands->Apply(ColumnRules::ColumnsMenuState(nullptr, m_appName));
+        m_commands->Apply(ColumnCommands::ColumnsMenuState(nullptr, m_appName));
         m_commands->ColumnsMenu()->popup(globalPos);
         return;
     }
@@ -275,12 +274,12 @@ void XDataSourcesColumn::gridRightClick(qint32 column, qint32 row, const QPoint&
         if (model->IsTimeStamp())
             return;
         const bool fieldRow = row == Rows::Field;
-        m_commands->Apply(fieldRow ? ColumnRules::FieldMenuState(*model, m_newDocument)
-                                   : ColumnRules::KeysMenuState(*model));
+        m_commands->Apply(fieldRow ? ColumnCommands::FieldMenuState(*model, m_newDocument)
+                                   : ColumnCommands::KeysMenuState(*model));
         (fieldRow ? m_commands->FieldMenu() : m_commands->KeysMenu())->popup(globalPos);
         return;
     }
-    m_commands->Apply(ColumnRules::ColumnsMenuState(model.get(), m_appName));
+    m_commands->Apply(ColumnCommands::ColumnsMenuState(model.get(), m_appName));
     m_commands->ColumnsMenu()->popup(globalPos);
 }
 
@@ -293,7 +292,7 @@ void XDataSourcesColumn::gridDoubleClick(qint32 column, qint32 row) {
     const ColumnPtr model = currentColumn();
     const bool timeStamp = model->IsTimeStamp();
     if (row == Rows::Name) {
-        if (!timeStamp || m_appName == ColumnRules::OdbcAppName)
+        if (!timeStamp || m_appName == ColumnCommands::OdbcAppName)
             runCommand(ColumnCommand::ReName);
     } else if (row == Rows::Field) {
         if (!timeStamp && !model->IsLiveKey())
@@ -328,8 +327,8 @@ bool XDataSourcesColumn::eventFilter(QObject* watched, QEvent* event) {
 // ---- Command state --------------------------------------------------------------------------
 
 void XDataSourcesColumn::refreshToolbar() {
-    m_commands->Apply(ColumnRules::ToolbarState(currentColumn().get(), m_currentColumn,
-                                                m_grid->ColumnCount(), m_appName));
+    m_commands->Apply(ColumnCommands::ToolbarState(currentColumn().get(), m_currentColumn,
+                                                   m_grid->ColumnCount(), m_appName));
 }
 
 void XDataSourcesColumn::runCommand(ColumnCommand command) {
