@@ -119,6 +119,13 @@ QString ColumnGridModel::Text(qint32 gridColumn, qint32 row) const {
     }
 }
 
+qint32 ColumnGridModel::PositionShown(qint32 gridColumn) const {
+    if (gridColumn < 1 || gridColumn > ColumnCount())
+        return 0;
+    const ColumnPtr& column = m_shown[slot(gridColumn)];
+    return m_blankPositions.contains(column.get()) ? 0 : column->Position();
+}
+
 int ColumnGridModel::rowCount(const QModelIndex& parent) const {
     return parent.isValid() ? 0 : Rows::Count;
 }

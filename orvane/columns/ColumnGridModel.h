@@ -40,6 +40,8 @@ public:
     void ClearPosition(qint32 gridColumn);
     // The text of a cell as the user sees it.
     QString Text(qint32 gridColumn, qint32 row) const;
+    // The number the Position cell shows; 0 when it is empty.
+    qint32 PositionShown(qint32 gridColumn) const;
 
     int rowCount(const QModelIndex& parent = QModelIndex()) const override;
     int columnCount(const QModelIndex& parent = QModelIndex()) const override;

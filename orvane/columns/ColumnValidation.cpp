@@ -22,13 +22,6 @@ QString uniquePositionHint() {
     return tr("A unique position between 1 and 500 must be specified");
 }
 
-// The position as the user typed it; anything that is not a number counts as none.
-qint32 positionOf(const QString& text) {
-    bool ok = false;
-    const qint32 value = text.trimmed().toInt(&ok);
-    return ok ? value : 0;
-}
-
 // For each grid column with a field, the next grid column whose field has the same name without
 // regard to case; 0 when there is none.
 std::vector<qint32> nextSameField(const ColumnGridModel& grid) {
@@ -47,12 +40,12 @@ std::vector<qint32> nextSameField(const ColumnGridModel& grid) {
 }
 
 std::optional<Failure> checkGridColumn(const ColumnGridModel& grid, qint32 i, qint32 sameField) {
-    if (grid.Text(i, ColumnGridRows::Name).isEmpty()) {
+    if (grid.ColumnAt(i)->Column_Name().isEmpty()) {
         return Failure{
             tr("Column %1 has no name.  Please provide a name or delete the column.").arg(i), i,
             ColumnGridRows::Name};
     }
-    if (positionOf(grid.Text(i, ColumnGridRows::Position)) < 1) {
+    if (grid.PositionShown(i) < 1) {
         return Failure{tr("Column %1 has no position specified.").arg(i) + MsgBoxLineBreak +
                            uniquePositionHint(),
                        i, ColumnGridRows::Position};
@@ -100,7 +93,7 @@ std::optional<Failure> checkKeys(const CDataSourcesColumns& columns, const Colum
 // Who holds a position: the collection's PositionInUse asks for a holder whose name differs.
 struct PositionHolders {
     qint32 count = 0;
-    QString name; // the first holder's
+    const QString* name = nullptr; // the first holder's
     bool namesDiffer = false;
 };
 
@@ -112,13 +105,12 @@ std::optional<Failure> checkPositions(const CDataSourcesColumns& columns) {
     for (const auto& column : columns) {
         PositionHolders& holder = holders[column->Position()];
         if (holder.count++ == 0)
-            holder.name = column->Column_Name();
-        else if (holder.name != column->Column_Name())
+            holder.name = &column->Column_Name();
+        else if (*holder.name != column->Column_Name())
             holder.namesDiffer = true;
     }
     for (const auto& column : columns) {
-        const PositionHolders& holder = holders[column->Position()];
-        if (holder.namesDiffer) {
+        if (holders.value(column->Position()).namesDiffer) {
             return Failure{
                 tr("Column %1 has a duplicate position spceified.").arg(column->Column_Name()) +
                     MsgBoxLineBreak + uniquePositionHint(),
