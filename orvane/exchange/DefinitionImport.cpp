@@ -49,6 +49,12 @@ QString quoted(const QString& text) {
     return QLatin1Char('"') + text + QLatin1Char('"');
 }
 
+// As the field editor takes it: only where the dictionary offers element aggregation.
+QString elementAggregator(const FieldDefinition& definition) {
+    return HostRegistry::FieldInfo().ElementAggregationOffered() ? definition.elementAggregator
+                                                                 : QString();
+}
+
 } // namespace
 
 DefinitionImport::DefinitionImport(EdsDefinition definition)
@@ -113,7 +119,15 @@ void DefinitionImport::resolveFrequency() {
 
 void DefinitionImport::resolveColumn(const ColumnDefinition& definition, qsizetype index) {
     const QString path = QStringLiteral("columns[%1]").arg(index);
+    const qint32 before = m_document->Columns()->Count();
     const auto column = m_document->Columns()->Add(definition.name);
+    // Add finds the time stamp column under "Time Stamp" whatever its name.
+    if (m_document->Columns()->Count() == before) {
+        problem(path + QStringLiteral(".name"),
+                QStringLiteral("\"Time Stamp\" names the time stamp column, which is %1")
+                    .arg(quoted(column->Column_Name())));
+        return;
+    }
     column->setColumn_Type(definition.type);
     column->setPosition(definition.position);
     column->setIsTimeStamp(definition.timeStamp);
@@ -121,7 +135,7 @@ void DefinitionImport::resolveColumn(const ColumnDefinition& definition, qsizety
     if (definition.key)
         resolveKey(*definition.key, *column, path + QStringLiteral(".key"));
     if (definition.field && m_document->Entity())
-        resolveField(*definition.field, *column, path + QStringLiteral(".field"));
+        resolveField(*definition.field, column, path + QStringLiteral(".field"));
 }
 
 void DefinitionImport::resolveKey(const KeyReference& key, CDataSourcesColumn& column,
@@ -146,21 +160,20 @@ void DefinitionImport::resolveKey(const KeyReference& key, CDataSourcesColumn& c
     column.setKeyFld_Name(key.field);
 }
 
-void DefinitionImport::resolveField(const FieldReference& field, CDataSourcesColumn& column,
+void DefinitionImport::resolveField(const FieldReference& field,
+                                    const std::shared_ptr<CDataSourcesColumn>& column,
                                     const QString& path) {
-    const QString entityName = m_definition.entity;
     const qint32 fieldId = fieldIdNamed(m_document->Entity()->Entity_Id(), field.name);
     if (fieldId > 0) {
         const auto found = HostRegistry::FieldInfo().FieldsByIds(QString::number(fieldId));
-        m_reused.append({m_document->Columns()->Item(column.Column_Name()),
-                         found.value(QString::number(fieldId))});
+        m_reused.append({column, found.value(QString::number(fieldId))});
         return;
     }
     if (!field.definition) {
         problem(path + QStringLiteral(".name"),
                 QStringLiteral("the entity %1 has no field %2, and no definition is given to "
                                "create it")
-                    .arg(quoted(entityName), quoted(field.name)));
+                    .arg(quoted(m_definition.entity), quoted(field.name)));
         return;
     }
     if (m_newFieldNames.contains(field.name, Qt::CaseInsensitive)) {
@@ -171,7 +184,7 @@ void DefinitionImport::resolveField(const FieldReference& field, CDataSourcesCol
     }
     if (auto created = newField(field, path)) {
         m_newFieldNames << field.name;
-        column.setField(std::move(created));
+        column->setField(std::move(created));
     }
 }
 
@@ -189,22 +202,30 @@ qint32 DefinitionImport::technologyMask(const FieldDefinition& definition, const
     return mask;
 }
 
+void DefinitionImport::checkLength(const QString& text, qint32 maximum, const QString& path) {
+    if (text.size() > maximum)
+        problem(
+            path,
+            QStringLiteral("has more than the %1 characters the dictionary holds").arg(maximum));
+}
+
 // The field editor's checks, in its order, each reported under its member.
 bool DefinitionImport::checkNewField(const FieldReference& field, const QString& path) {
     const qsizetype problemsBefore = m_problems.size();
     IFieldInfoService& fieldInfo = HostRegistry::FieldInfo();
     const FieldDefinition& d = *field.definition;
-    const qint32 maxLength = fieldInfo.TextLimits().name;
-    if (field.name.trimmed().size() > maxLength)
-        problem(path + QStringLiteral(".name"),
-                QStringLiteral("a field name has at most %1 characters").arg(maxLength));
+    const FieldTextLimits limits = fieldInfo.TextLimits();
+    checkLength(field.name.trimmed(), limits.name, path + QStringLiteral(".name"));
+    checkLength(d.description, limits.description, path + QStringLiteral(".description"));
+    checkLength(d.heading1, limits.heading1, path + QStringLiteral(".heading1"));
+    checkLength(d.heading2, limits.heading2, path + QStringLiteral(".heading2"));
     if (!FieldDataTypes.contains(d.dataType))
         problem(path + QStringLiteral(".dataType"),
                 QStringLiteral("a field's data type is Integer, Float or String"));
-    if (!fieldInfo.AggregationPairId(d.timeAggregator, d.elementAggregator))
+    if (!fieldInfo.AggregationPairId(d.timeAggregator, elementAggregator(d)))
         problem(path + QStringLiteral(".timeAggregator"),
                 QStringLiteral("%1 over time with %2 across elements is not a valid aggregation")
-                    .arg(quoted(d.timeAggregator), quoted(d.elementAggregator)));
+                    .arg(quoted(d.timeAggregator), quoted(elementAggregator(d))));
     const QList<ExtraColumn> extraColumns = fieldInfo.ExtraColumns(AppGroup);
     for (auto it = d.extra.cbegin(); it != d.extra.cend(); ++it) {
         const bool known =
@@ -236,7 +257,7 @@ std::shared_ptr<IField> DefinitionImport::newField(const FieldReference& field,
     request.heading2 = d.heading2;
     request.description = d.description;
     request.aggregationPairId =
-        fieldInfo.AggregationPairId(d.timeAggregator, d.elementAggregator).value_or(0);
+        fieldInfo.AggregationPairId(d.timeAggregator, elementAggregator(d)).value_or(0);
     request.ownerId = HostRegistry::App().OwnerId();
     request.savedAt = QDateTime::currentDateTime();
     for (const ExtraColumn& column : fieldInfo.ExtraColumns(AppGroup))

@@ -39,9 +39,11 @@ private:
     void resolveFrequency();
     void resolveColumn(const ColumnDefinition& definition, qsizetype index);
     void resolveKey(const KeyReference& key, CDataSourcesColumn& column, const QString& path);
-    void resolveField(const FieldReference& field, CDataSourcesColumn& column, const QString& path);
+    void resolveField(const FieldReference& field,
+                      const std::shared_ptr<CDataSourcesColumn>& column, const QString& path);
     std::shared_ptr<IField> newField(const FieldReference& field, const QString& path);
     bool checkNewField(const FieldReference& field, const QString& path);
+    void checkLength(const QString& text, qint32 maximum, const QString& path);
     qint32 technologyMask(const FieldDefinition& definition, const QString& path);
     void problem(const QString& path, const QString& message);
 

@@ -7,6 +7,7 @@
 #include <QJsonObject>
 #include <QRegularExpression>
 #include <QSet>
+#include <cmath>
 
 namespace Orvane {
 
@@ -108,9 +109,10 @@ public:
                 Problem(key, QStringLiteral("is missing"));
             return 0;
         }
-        const double number = value.toDouble(-1.0e300);
-        if (!value.isDouble() || number != static_cast<double>(static_cast<qint64>(number)) ||
-            number < minimum || number > maximum) {
+        // The range first: only a number within it may be converted.
+        const double number = value.toDouble();
+        if (!value.isDouble() || number < minimum || number > maximum ||
+            number != std::floor(number)) {
             Problem(
                 key,
                 QStringLiteral("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
@@ -281,14 +283,14 @@ void checkUnique(const QList<ColumnDefinition>& columns, QList<ExchangeProblem>&
 void readSettings(const QJsonObject& settings, EdsDefinition& definition,
                   QList<ExchangeProblem>& problems) {
     const ObjectReader reader(settings, QStringLiteral("settings"), problems);
+    if (reader.Has(QStringLiteral("password")))
+        reader.Problem(QStringLiteral("password"),
+                       QStringLiteral("a password is never kept in a definition file"));
     if (definition.IsOdbc()) {
         definition.server = reader.Text(QStringLiteral("server"));
         definition.database = reader.Text(QStringLiteral("database"), false);
         definition.table = reader.Text(QStringLiteral("table"));
         definition.user = reader.Text(QStringLiteral("user"), false);
-        if (reader.Has(QStringLiteral("password")))
-            reader.Problem(QStringLiteral("password"),
-                           QStringLiteral("a password is never kept in a definition file"));
         return;
     }
     definition.fileName = reader.Text(QStringLiteral("fileName"));

@@ -227,14 +227,30 @@ TEST_P(ExchangeTest, RefusedFilesListTheirProblemsAndChangeNothing) {
          edited(SiteEnergy, setInColumn(2, "field", QJsonObject{{"name", "Rectifier_Power"}})),
          {QStringLiteral("columns[2].field.name: the entity \"Site\" has no field "
                          "\"Rectifier_Power\"")}},
+        {"new field against the field editor's rules",
+         edited(SiteEnergy, setInColumn(2, "field",
+                                        QJsonObject{{"name", "Rectifier_Power"},
+                                                    {"dataType", "Date"},
+                                                    {"technologies", QJsonArray{"GSM", "WiMAX"}},
+                                                    {"timeAggregator", "Minimum"},
+                                                    {"elementAggregator", "Sum"},
+                                                    {"extra", QJsonObject{{"Unit", "kW"}}}})),
+         {QStringLiteral("columns[2].field.technologies[1]: there is no technology \"WiMAX\""),
+          QStringLiteral("columns[2].field.dataType: a field's data type is Integer, Float or"),
+          QStringLiteral("columns[2].field.timeAggregator: \"Minimum\" over time with \"Sum\""),
+          QStringLiteral("columns[2].field.extra.Unit: the dictionary has no extra column")}},
         {"form errors together",
          edited(SiteEnergy,
                 [&](QJsonObject& top) {
                     setInColumn(0, "position", 501)(top);
                     setInColumn(1, "type", QStringLiteral("Text"))(top);
                     setInColumn(2, "name", QStringLiteral("time stamp"))(top);
+                    set("settings", QJsonObject{{"delimiter", ";"},
+                                                {"fileName", "x.csv"},
+                                                {"password", "secret"}})(top);
                 }),
-         {QStringLiteral("columns[0].position: must be a whole number from 1 to 500"),
+         {QStringLiteral("settings.password: a password is never kept"),
+          QStringLiteral("columns[0].position: must be a whole number from 1 to 500"),
           QStringLiteral("columns[1].type: \"Text\" is not one of"),
           QStringLiteral("columns[2].name: another column is named \"time stamp\"")}},
     };
