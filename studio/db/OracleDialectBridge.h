@@ -10,9 +10,10 @@ namespace Orvane::Studio {
 // - Outer joins written with (+) in the WHERE clause become ANSI joins: the comma-separated FROM
 //   list is rebuilt as the first plain table, the other plain tables as CROSS JOINs, and each
 //   outer table as a LEFT JOIN ... ON whose condition is every AND-ed WHERE condition that marks
-//   that table with (+). The other conditions stay in WHERE, so they filter after the joins as in
-//   Oracle. Outer tables joined to outer tables (chains) are placed after the tables they depend
-//   on; subqueries and set operators are translated block by block.
+//   that table with (+); a parenthesised AND group counts as the conditions it holds. The other
+//   conditions stay in WHERE, so they filter after the joins as in Oracle. Outer tables joined to
+//   outer tables (chains) are placed after the tables they depend on; subqueries and set operators
+//   are translated block by block.
 // - SELECT UNIQUE becomes SELECT DISTINCT.
 // - Anything else passes unchanged, blanks and comments included.
 //

@@ -6,6 +6,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <optional>
 
 namespace Orvane::Studio {
 
@@ -61,6 +62,17 @@ qsizetype OuterJoinRewriter::skipParentheses(qsizetype i) const {
     if (close < 0)
         throw Error(QStringLiteral("parentheses do not match"));
     return close;
+}
+
+// The END of a CASE that starts at i, else what skipParentheses gives.
+qsizetype OuterJoinRewriter::skipNested(qsizetype i) const {
+    if (!m_tokens.IsKeyword(i, QLatin1StringView("CASE")))
+        return skipParentheses(i);
+    for (qsizetype j = i + 1; j < m_tokens.Count(); j = skipNested(j) + 1) {
+        if (m_tokens.IsKeyword(j, QLatin1StringView("END")))
+            return j;
+    }
+    throw Error(QStringLiteral("a CASE has no END"));
 }
 
 // Oracle's rule: a bare name is compared in upper case, a quoted one exactly.
@@ -130,17 +142,48 @@ OuterJoinRewriter::FromItem OuterJoinRewriter::readFromItem(qsizetype first, qsi
     return item;
 }
 
-// The AND-ed conditions of a WHERE clause; the AND of a BETWEEN belongs to it.
-QList<std::pair<qsizetype, qsizetype>> OuterJoinRewriter::splitConditions(qsizetype first,
-                                                                          qsizetype last) const {
-    QList<std::pair<qsizetype, qsizetype>> conditions;
+// The AND-ed conditions of a WHERE clause, with parenthesised AND groups split into theirs:
+// parentheses around AND-ed conditions change nothing in Oracle, and each condition of a group may
+// belong to another join or stay in WHERE.
+OuterJoinRewriter::Ranges OuterJoinRewriter::splitConditions(qsizetype first,
+                                                             qsizetype last) const {
+    const std::optional<Ranges> parts = andedParts(first, last);
+    if (!parts)
+        throw Error(QStringLiteral("(+) cannot be used in a WHERE clause joined by OR"));
+    Ranges conditions;
+    for (const auto& [begin, end] : *parts)
+        appendCondition(begin, end, conditions);
+    return conditions;
+}
+
+// A group that holds OR, or one that is a subquery, stays one condition.
+void OuterJoinRewriter::appendCondition(qsizetype first, qsizetype last, Ranges& conditions) const {
+    const bool group = m_tokens.IsSymbol(first, QLatin1StringView("(")) &&
+                       m_tokens.Closing(first) == last - 1 &&
+                       !m_tokens.IsKeyword(first + 1, QLatin1StringView("SELECT")) &&
+                       !m_tokens.IsKeyword(first + 1, QLatin1StringView("WITH"));
+    if (group) {
+        if (const std::optional<Ranges> parts = andedParts(first + 1, last - 1)) {
+            for (const auto& [begin, end] : *parts)
+                appendCondition(begin, end, conditions);
+            return;
+        }
+    }
+    conditions.append({first, last});
+}
+
+// The parts of [first, last) that AND joins at its own level, the AND of a BETWEEN and those
+// inside a CASE excepted; nothing when an OR joins them.
+std::optional<OuterJoinRewriter::Ranges> OuterJoinRewriter::andedParts(qsizetype first,
+                                                                       qsizetype last) const {
+    Ranges parts;
     qsizetype start = first;
     int openBetweens = 0;
-    for (qsizetype i = first;; i = skipParentheses(i) + 1) {
+    for (qsizetype i = first;; i = skipNested(i) + 1) {
         const bool atEnd = i >= last;
         if (!atEnd) {
             if (m_tokens.IsKeyword(i, QLatin1StringView("OR")))
-                throw Error(QStringLiteral("(+) cannot be used in a WHERE clause joined by OR"));
+                return std::nullopt;
             if (m_tokens.IsKeyword(i, QLatin1StringView("BETWEEN")))
                 ++openBetweens;
             if (!m_tokens.IsKeyword(i, QLatin1StringView("AND")))
@@ -153,9 +196,9 @@ QList<std::pair<qsizetype, qsizetype>> OuterJoinRewriter::splitConditions(qsizet
         const qsizetype end = std::min(i, last);
         if (start >= end)
             throw Error(QStringLiteral("the WHERE clause has an empty condition"));
-        conditions.append({start, end});
+        parts.append({start, end});
         if (atEnd)
-            return conditions;
+            return parts;
         start = i + 1;
     }
 }
@@ -208,6 +251,9 @@ void OuterJoinRewriter::attachOuterCondition(qsizetype first, qsizetype last,
         throw Error(QStringLiteral("a condition with (+) may not contain a subquery"));
     if (refs.hasOr)
         throw Error(QStringLiteral("a condition with (+) may not use OR"));
+    if (holdsInnerAnd(first, last))
+        throw Error(QStringLiteral("a condition with (+) may not hold AND-ed conditions under NOT "
+                                   "or inside an expression"));
     if (!refs.unqualified.isEmpty())
         throw Error(QStringLiteral("in a condition with (+) every column must be qualified with "
                                    "its table, and %1 is not")
@@ -226,6 +272,19 @@ void OuterJoinRewriter::attachOuterCondition(qsizetype first, qsizetype last,
     item.outer = true;
     item.conditions << m_piece(first, last, true);
     item.dependsOn += refs.plain;
+}
+
+// An AND that is not a BETWEEN's. Once the WHERE clause is split, it stands under NOT or inside an
+// expression, where what it means beside (+) is not certain.
+bool OuterJoinRewriter::holdsInnerAnd(qsizetype first, qsizetype last) const {
+    int openBetweens = 0;
+    for (qsizetype i = first; i < last; ++i) {
+        if (m_tokens.IsKeyword(i, QLatin1StringView("BETWEEN")))
+            ++openBetweens;
+        else if (m_tokens.IsKeyword(i, QLatin1StringView("AND")) && openBetweens-- == 0)
+            return true;
+    }
+    return false;
 }
 
 qsizetype OuterJoinRewriter::itemNamed(const QString& name) const {

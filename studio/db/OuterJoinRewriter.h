@@ -4,6 +4,7 @@
 #include <QSet>
 #include <QString>
 #include <functional>
+#include <optional>
 
 namespace Orvane::Studio {
 
@@ -37,16 +38,21 @@ private:
         bool hasOr = false;
         bool hasMark = false;
     };
+    using Ranges = QList<std::pair<qsizetype, qsizetype>>;
 
     void readFromList(qsizetype first, qsizetype last);
     FromItem readFromItem(qsizetype first, qsizetype last) const;
-    QList<std::pair<qsizetype, qsizetype>> splitConditions(qsizetype first, qsizetype last) const;
+    Ranges splitConditions(qsizetype first, qsizetype last) const;
+    void appendCondition(qsizetype first, qsizetype last, Ranges& conditions) const;
+    std::optional<Ranges> andedParts(qsizetype first, qsizetype last) const;
     ColumnReferences referencesIn(qsizetype first, qsizetype last) const;
+    bool holdsInnerAnd(qsizetype first, qsizetype last) const;
     void attachOuterCondition(qsizetype first, qsizetype last, const ColumnReferences& refs);
     qsizetype itemNamed(const QString& name) const;
     QString joinedFromList() const;
     QString nameKey(qsizetype token) const;
     qsizetype skipParentheses(qsizetype i) const;
+    qsizetype skipNested(qsizetype i) const;
 
     const SqlTokenList& m_tokens;
     PieceText m_piece;
