@@ -77,8 +77,8 @@ void MainWindow::createActions() {
     connect(actSave, &QAction::triggered, this, [this] { SaveCurrent(); });
     connect(actClose, &QAction::triggered, this, [this] { CloseDocument(CurrentDocument()); });
     connect(actDelete, &QAction::triggered, this, &MainWindow::DeleteSelected);
-    connect(actExport, &QAction::triggered, this, &MainWindow::ExportSelected);
-    connect(actImport, &QAction::triggered, this, &MainWindow::ImportFiles);
+    connect(actExport, &QAction::triggered, this, &MainWindow::chooseExportFile);
+    connect(actImport, &QAction::triggered, this, &MainWindow::chooseImportFiles);
 }
 
 void MainWindow::createMenusAndToolbar() {
@@ -227,16 +227,22 @@ void MainWindow::DeleteSelected() {
     RefreshDocuments();
 }
 
-void MainWindow::ExportSelected() {
+void MainWindow::chooseExportFile() {
+    if (selectedDocumentId() <= 0)
+        return;
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Export Data Source"),
+                                     documentTree->currentItem()->text(0) + QStringLiteral(".json"),
+                                     tr("Data source definitions (*.json)"));
+    if (!path.isEmpty())
+        ExportSelected(path);
+}
+
+void MainWindow::ExportSelected(const QString& path) {
     const qint32 id = selectedDocumentId();
     if (id <= 0)
         return;
     const QString name = documentTree->currentItem()->text(0);
-    const QString path =
-        QFileDialog::getSaveFileName(this, tr("Export Data Source"), name + QStringLiteral(".json"),
-                                     tr("Data source definitions (*.json)"));
-    if (path.isEmpty())
-        return;
     guarded([&] {
         QFile file(path);
         const QByteArray text = DefinitionTransfer(*m_database).Export(id);
@@ -246,9 +252,14 @@ void MainWindow::ExportSelected() {
     });
 }
 
-void MainWindow::ImportFiles() {
+void MainWindow::chooseImportFiles() {
     const QStringList paths = QFileDialog::getOpenFileNames(
         this, tr("Import Data Sources"), QString(), tr("Data source definitions (*.json)"));
+    if (!paths.isEmpty())
+        ImportFiles(paths);
+}
+
+void MainWindow::ImportFiles(const QStringList& paths) {
     QList<ImportInput> inputs;
     for (const QString& path : paths) {
         QFile file(path);
@@ -259,8 +270,7 @@ void MainWindow::ImportFiles() {
         }
         inputs.append({QFileInfo(path).fileName(), file.readAll()});
     }
-    if (!inputs.isEmpty())
-        guarded([&] { importInputs(inputs); });
+    guarded([&] { importInputs(inputs); });
 }
 
 // A data source of the same name is replaced only when the user says so, and only once every

@@ -33,9 +33,10 @@ public:
     bool SaveCurrent();
     bool CloseDocument(DocumentWindow* window);
     void DeleteSelected();
-    // The selected data source as a JSON file, and data sources from such files.
-    void ExportSelected();
-    void ImportFiles();
+    // The selected data source as a JSON file, and data sources from such files; the File menu
+    // asks for the files first.
+    void ExportSelected(const QString& path);
+    void ImportFiles(const QStringList& paths);
 
     DocumentWindow* CurrentDocument() const;
     QList<DocumentWindow*> OpenDocuments() const;
@@ -64,6 +65,8 @@ private:
     DocumentWindow* windowOf(qint32 documentId) const;
     qint32 selectedDocumentId() const;
     void removeDocument(qint32 documentId);
+    void chooseExportFile();
+    void chooseImportFiles();
     void importInputs(const QList<ImportInput>& inputs);
     // Runs a command and shows any error it raises instead of letting it escape the event loop.
     void guarded(const std::function<void()>& command);
