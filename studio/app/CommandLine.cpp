@@ -70,10 +70,17 @@ CommandLine::CommandLine(const QStringList& arguments)
                                    QStringLiteral("list, export or import, and its arguments."),
                                    QStringLiteral("[command [arguments...]]"));
     m_parsed = m_parser.parse(arguments);
+    m_arguments = arguments.mid(1);
 }
 
 bool CommandLine::IsCommand() const {
-    return !m_parsed || m_parser.isSet(m_help) || !m_parser.positionalArguments().isEmpty();
+    if (!m_parsed) {
+        // Reported as a command's error where there may be no display to open a window on.
+        return std::any_of(m_arguments.cbegin(), m_arguments.cend(), [](const QString& word) {
+            return Commands.contains(word) || word == QLatin1String("--help");
+        });
+    }
+    return m_parser.isSet(m_help) || !m_parser.positionalArguments().isEmpty();
 }
 
 QString CommandLine::DefaultDatabase() {
@@ -91,7 +98,7 @@ int CommandLine::userError(const QString& message) const {
     return UserError;
 }
 
-int CommandLine::Run() {
+int CommandLine::Run() const {
     if (!m_parsed)
         return userError(m_parser.errorText() + QStringLiteral("\nSee --help."));
     if (m_parser.isSet(m_help)) {
@@ -118,7 +125,7 @@ int CommandLine::Run() {
 }
 
 int CommandLine::runOn(DefinitionTransfer& transfer, const QString& command,
-                       const QStringList& words) {
+                       const QStringList& words) const {
     if (command == QLatin1String("list"))
         return words.isEmpty() ? list(transfer) : userError(QStringLiteral("list takes nothing."));
     if (command == QLatin1String("export"))
@@ -126,14 +133,14 @@ int CommandLine::runOn(DefinitionTransfer& transfer, const QString& command,
     return import(transfer, words);
 }
 
-int CommandLine::list(DefinitionTransfer& transfer) {
+int CommandLine::list(DefinitionTransfer& transfer) const {
     for (const DocumentSummary& document : transfer.List())
         write(stdout, document.name + QLatin1Char('\t') + document.typeName + QLatin1Char('\t') +
                           document.entityName);
     return Success;
 }
 
-int CommandLine::exportOne(DefinitionTransfer& transfer, const QStringList& words) {
+int CommandLine::exportOne(DefinitionTransfer& transfer, const QStringList& words) const {
     if (words.isEmpty() || words.size() > 2)
         return userError(QStringLiteral("Usage: export NAME [FILE], or export --all DIR."));
     const auto document = transfer.Find(words.first());
@@ -150,7 +157,7 @@ int CommandLine::exportOne(DefinitionTransfer& transfer, const QStringList& word
     return Success;
 }
 
-int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& words) {
+int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& words) const {
     if (words.size() != 1)
         return userError(QStringLiteral("Usage: export --all DIR."));
     const QDir folder(words.first());
@@ -165,7 +172,7 @@ int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& word
     return Success;
 }
 
-int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) {
+int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) const {
     if (files.isEmpty())
         return userError(QStringLiteral("Usage: import FILE... [--replace]."));
     QList<ImportInput> inputs;

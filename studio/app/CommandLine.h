@@ -16,10 +16,13 @@ public:
 
     explicit CommandLine(const QStringList& arguments);
 
-    // True for a command, for --help and for arguments that cannot be parsed: Run answers them.
+    // Arguments that cannot be parsed may hold the window system's own options (-platform),
+    // which only a QApplication takes out; Run reports the rest.
+    bool Parsed() const { return m_parsed; }
+    // A command or --help, even among arguments that cannot be parsed: Run answers them.
     bool IsCommand() const;
     // Needs a QCoreApplication; creates no widget.
-    int Run();
+    int Run() const;
 
     QString Database() const;
     bool ReadOnly() const { return m_parser.isSet(m_readOnly); }
@@ -28,11 +31,11 @@ public:
     static QString DefaultDatabase();
 
 private:
-    int runOn(DefinitionTransfer& transfer, const QString& command, const QStringList& words);
-    int list(DefinitionTransfer& transfer);
-    int exportOne(DefinitionTransfer& transfer, const QStringList& words);
-    int exportAll(DefinitionTransfer& transfer, const QStringList& words);
-    int import(DefinitionTransfer& transfer, const QStringList& files);
+    int runOn(DefinitionTransfer& transfer, const QString& command, const QStringList& words) const;
+    int list(DefinitionTransfer& transfer) const;
+    int exportOne(DefinitionTransfer& transfer, const QStringList& words) const;
+    int exportAll(DefinitionTransfer& transfer, const QStringList& words) const;
+    int import(DefinitionTransfer& transfer, const QStringList& files) const;
     int userError(const QString& message) const;
 
     QCommandLineParser m_parser;
@@ -42,6 +45,7 @@ private:
     QCommandLineOption m_all;
     QCommandLineOption m_replace;
     QCommandLineOption m_help;
+    QStringList m_arguments;
     bool m_parsed = false;
 };
 

@@ -36,18 +36,21 @@ int main(int argc, char** argv) {
     QStringList arguments;
     for (int i = 0; i < argc; ++i)
         arguments << QString::fromLocal8Bit(argv[i]);
-    CommandLine commandLine(arguments);
-    if (commandLine.IsCommand()) {
+    if (const CommandLine command(arguments); command.IsCommand()) {
         // A command runs where there is no display: no QApplication, no widget.
         QCoreApplication application(argc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("Orvane Studio"));
         QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
-        return commandLine.Run();
+        return command.Run();
     }
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Orvane Studio"));
     QApplication::setOrganizationName(QStringLiteral("Orvane"));
+    // Read again without the window system's options, which QApplication took out.
+    const CommandLine commandLine(QApplication::arguments());
+    if (!commandLine.Parsed() || commandLine.IsCommand())
+        return commandLine.Run();
 
     const auto db = openDatabase(commandLine.Database());
     if (!db)
