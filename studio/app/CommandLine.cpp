@@ -10,6 +10,7 @@
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSet>
 #include <QStandardPaths>
 #include <cstdio>
 
@@ -38,9 +39,15 @@ void write(std::FILE* stream, const QString& text) {
 }
 
 // A data source's name as a file name: anything but letters, digits, blank, dot, - and _ goes.
-QString fileNameOf(const QString& name) {
+// Two names that come out the same (in any case) are told apart by a number.
+QString fileNameOf(const QString& name, QSet<QString>& used) {
     static const QRegularExpression unsafe(QStringLiteral("[^A-Za-z0-9 ._-]"));
-    return QString(name).replace(unsafe, QStringLiteral("_")) + QStringLiteral(".json");
+    const QString base = QString(name).replace(unsafe, QStringLiteral("_"));
+    QString fileName = base + QStringLiteral(".json");
+    for (int n = 2; used.contains(fileName.toLower()); ++n)
+        fileName = QStringLiteral("%1 %2.json").arg(base).arg(n);
+    used.insert(fileName.toLower());
+    return fileName;
 }
 
 bool writeFile(const QString& path, const QByteArray& text) {
@@ -163,8 +170,9 @@ int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& word
     const QDir folder(words.first());
     if (!QDir().mkpath(folder.path()))
         return userError(QStringLiteral("Cannot create the folder %1.").arg(folder.path()));
+    QSet<QString> used;
     for (const DocumentSummary& document : transfer.List()) {
-        const QString path = folder.filePath(fileNameOf(document.name));
+        const QString path = folder.filePath(fileNameOf(document.name, used));
         if (!writeFile(path, transfer.Export(document.id)))
             return userError(QStringLiteral("Cannot write %1.").arg(path));
         write(stdout, path);
