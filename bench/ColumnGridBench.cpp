@@ -8,6 +8,7 @@
 
 #include "bench/RatioReporter.h"
 #include <QApplication>
+#include <QTableView>
 #include <QTableWidget>
 #include <array>
 
@@ -51,12 +52,12 @@ std::shared_ptr<CDataSourcesColumns> document() {
 std::vector<ColumnTexts> shownTexts() {
     XDataSourcesColumn editor;
     editor.InitEdit(document());
-    const auto* grid = editor.findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
+    const auto* grid = editor.findChild<QTableView*>(QStringLiteral("fpsColumns"))->model();
     std::vector<ColumnTexts> texts(static_cast<std::size_t>(grid->columnCount()));
     for (int column = 0; column < grid->columnCount(); ++column) {
         for (int row = 0; row < RowCount; ++row)
             texts[static_cast<std::size_t>(column)][static_cast<std::size_t>(row)] =
-                grid->item(row, column)->text();
+                grid->index(row, column).data().toString();
     }
     return texts;
 }

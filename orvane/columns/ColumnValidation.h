@@ -1,21 +1,16 @@
 #pragma once
 
 #include <QString>
-#include <functional>
 #include <optional>
 
 namespace Orvane {
 
 class CDataSourcesColumns;
+class ColumnGridModel;
 
-// The checks a column layout must pass before the document is saved.
+// The checks a column layout must pass before the document is saved. Each check takes one pass
+// over the grid or the collection, so large layouts validate in linear time.
 namespace ColumnValidation {
-
-// The grid as the user sees it: its column count and the text of a cell (1-based column, row).
-struct GridTexts {
-    qint32 columnCount = 0;
-    std::function<QString(qint32 column, qint32 row)> text;
-};
 
 // What failed first, and the cell to take the user to; column 0 and row 0 name no cell.
 struct Failure {
@@ -24,8 +19,10 @@ struct Failure {
     qint32 row = 0;
 };
 
-// Runs the checks in their fixed order and returns the first failure, or nothing.
-std::optional<Failure> FirstFailure(const CDataSourcesColumns& columns, const GridTexts& grid);
+// Runs the checks in their fixed order over the grid as the user sees it and the collection,
+// and returns the first failure, or nothing.
+std::optional<Failure> FirstFailure(const CDataSourcesColumns& columns,
+                                    const ColumnGridModel& grid);
 
 } // namespace ColumnValidation
 

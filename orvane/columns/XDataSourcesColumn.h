@@ -1,25 +1,21 @@
 #pragma once
 
+#include "orvane/columns/ColumnCommand.h"
 #include "orvane/columns/TextWidthCache.h"
 
-#include <QHash>
-#include <QIcon>
 #include <QString>
 #include <QWidget>
 #include <memory>
-#include <vector>
 
-class QAction;
-class QMenu;
 class QPoint;
-class QTableWidget;
-class QTableWidgetItem;
-class QToolBar;
+class QTableView;
 
 namespace Orvane {
 
 class CDataSourcesColumn;
 class CDataSourcesColumns;
+class ColumnCommands;
+class ColumnGridModel;
 class IField;
 
 // The column layout editor: a toolbar above a grid in which each column of a data source is one
@@ -60,44 +56,27 @@ protected:
 
 private:
     using ColumnPtr = std::shared_ptr<CDataSourcesColumn>;
-    using Command = void (XDataSourcesColumn::*)();
     class RedrawOff;
 
-    void createToolbar();
     void createGrid();
-    void createMenus();
-    QAction* addCommand(QWidget* owner, const QString& key, const QString& caption,
-                        Command command);
-    QAction* addSeparator(QWidget* owner, const QString& key);
+    void connectGridEvents();
 
-    // Grid access, with 1-based grid columns and rows.
-    qint32 columnCount() const;
-    QTableWidgetItem* cell(qint32 column, qint32 row) const;
-    QString cellText(qint32 column, qint32 row) const;
-    void setCellText(qint32 column, qint32 row, const QString& text);
+    void fillGrid(const CDataSourcesColumn* leftOut = nullptr);
     void insertGridColumn(qint32 column, const ColumnPtr& model);
-    void removeGridColumn(qint32 column);
-    void showColumn(qint32 column, const CDataSourcesColumn& model);
     void fitWidth(qint32 column);
-    void fillGrid();
     void selectCell(qint32 column, qint32 row);
-
     ColumnPtr currentColumn() const;
-    qint32 gridColumnOf(const ColumnPtr& model) const;
 
-    // Grid events.
+    // Grid events, with 1-based grid columns and rows.
     void cellClick(qint32 column, qint32 row);
     void clickActiveCell();
     void gridRightClick(qint32 column, qint32 row, const QPoint& globalPos);
     void gridDoubleClick(qint32 column, qint32 row);
     void cellEdited(qint32 column, qint32 row);
-    void typeSelected(qint32 column, qint32 row);
-    void positionTyped(qint32 column);
-    void popUpMenu(QMenu& menu, const QPoint& globalPos);
 
     void refreshToolbar();
-    void applyStates(const QHash<QString, bool>& states);
-    void runCommand(Command command);
+    // Runs a command; a database failure on its way is shown to the user, not raised.
+    void runCommand(ColumnCommand command);
 
     // The column commands.
     void appendColumn();
@@ -105,8 +84,6 @@ private:
     void deleteColumn();
     void renameColumn();
     void clearColumn();
-    void moveLeft();
-    void moveRight();
     void keyButton();
     void delKeyButton();
     void fieldButton();
@@ -130,24 +107,17 @@ private:
     // Shows the key field selector for the current column, new or on its key; on OK the column
     // takes the chosen ordinal and key field. False when the user cancelled.
     bool selectKey(CDataSourcesColumn& model, bool editing);
-    void showKey(const CDataSourcesColumn& model);
-    void showField(const CDataSourcesColumn& model);
+    void redrawCurrentColumn();
     // True, after telling the user, when another column already has a field of that name.
     bool refuseDuplicateFieldName(const CDataSourcesColumn& model, const IField& field);
 
-    QToolBar* tbColumns = nullptr;
-    QTableWidget* fpsColumns = nullptr;
-    QMenu* mnuDropDown = nullptr;
-    QMenu* mnuColumns = nullptr;
-    QMenu* mnuKeys = nullptr;
-    QHash<QString, QIcon> ilsColumns;
-    QHash<QString, QAction*> m_actions;
+    ColumnCommands* m_commands = nullptr;
+    QTableView* fpsColumns = nullptr;
+    ColumnGridModel* m_grid = nullptr;
     TextWidthCache m_textWidths;
 
     QString m_appName;
     std::shared_ptr<CDataSourcesColumns> m_columns;
-    // The model column of each grid column, grid column 1 first.
-    std::vector<ColumnPtr> m_columnArray;
     qint32 m_currentColumn = 0;
     qint32 m_currentRow = 0;
     qint32 m_nameLengthLimit = 0;

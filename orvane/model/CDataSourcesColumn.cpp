@@ -103,4 +103,49 @@ std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const {
     return copy;
 }
 
+void CDataSourcesColumn::CopyForRename(const CDataSourcesColumn& from, bool newDocument) {
+    setColumn_Id(from.m_columnId);
+    setColumn_Type(from.m_columnType);
+    setColumnDeleted(from.m_columnDeleted);
+    setDirty(newDocument ? from.m_dirty : true);
+    setField(from.m_field);
+    // Before FieldAdded, which it would otherwise clear.
+    setFieldDeleted(from.m_fieldDeleted);
+    setFieldAdded(from.m_fieldAdded);
+    setFieldDirty(from.m_fieldDirty);
+    setKey_Ordinal(from.m_keyOrdinal);
+    setKeyAdded(from.m_keyAdded);
+    setKeyDeleted(from.m_keyDeleted);
+    setKeyDirty(from.m_keyDirty);
+    setKeyEntity(from.m_keyEntity);
+    setKeyEntity_Label(from.m_keyEntityLabel);
+    setKeyEntity_Id(from.m_keyEntityId);
+    setKeyFld_Id(from.m_keyFldId);
+    setKeyFld_Name(from.m_keyFldName);
+    setPK_Id(from.m_pkId);
+    setPosition(from.m_position);
+    setColPosition(from.m_colPosition);
+    setIsTimeStamp(from.m_isTimeStamp);
+}
+
+void CDataSourcesColumn::MarkKeyEdited() {
+    if (m_columnId <= 0)
+        setKeyDeleted(false);
+    else if (m_pkId > 0)
+        setKeyDirty(true);
+    else
+        setKeyAdded(true);
+}
+
+void CDataSourcesColumn::WipeKey() {
+    setKey_Ordinal(0);
+    setKeyAdded(false);
+    setKeyEntity(QString());
+    setKeyEntity_Id(0);
+    setKeyEntity_Label(QString());
+    setKeyFld_Id(0);
+    setKeyFld_Name(QString());
+    setPK_Id(0);
+}
+
 } // namespace Orvane

@@ -42,6 +42,8 @@ public:
     const QString& KeyEntity_Label() const { return m_keyEntityLabel; }
     void setKeyEntity_Label(const QString& value) { m_keyEntityLabel = value; }
     bool Is_Key() const { return m_keyFldId > 0; }
+    // A key column whose key has not been deleted.
+    bool IsLiveKey() const { return Is_Key() && !m_keyDeleted; }
 
     bool FieldAdded() const { return m_fieldAdded; }
     void setFieldAdded(bool value);
@@ -73,6 +75,16 @@ public:
     // position is not copied. FieldDeleted is copied before FieldAdded, whose flag it would
     // otherwise clear.
     std::shared_ptr<CDataSourcesColumn> Clone() const;
+
+    // Takes over everything but the name from the column this one replaces under a new name.
+    // Dirty is copied in a new document; a stored document must write the new name.
+    void CopyForRename(const CDataSourcesColumn& from, bool newDocument);
+    // The key was chosen again. The save updates a key row only when one is stored (PK_Id > 0);
+    // a key given to a stored column during this edit is still to be inserted. Either way the
+    // key is live again, also on a column whose row is still to be inserted.
+    void MarkKeyEdited();
+    // Forgets the key altogether: in a new document there is no stored key row to delete.
+    void WipeKey();
 
 private:
     qint32 m_columnId = 0;

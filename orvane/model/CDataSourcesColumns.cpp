@@ -76,6 +76,14 @@ bool CDataSourcesColumns::KeyExists(qint32 lKey) const {
                        [&](const ColumnPtr& c) { return c->Is_Key() && c->Key_Ordinal() == lKey; });
 }
 
+bool CDataSourcesColumns::FieldNameUsedElsewhere(const CDataSourcesColumn& self,
+                                                 const QString& name) const {
+    return std::any_of(m_items.begin(), m_items.end(), [&](const ColumnPtr& other) {
+        return other.get() != &self && other->Field() &&
+               other->Field_Name().compare(name, Qt::CaseInsensitive) == 0;
+    });
+}
+
 void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
     if (EDS_Id <= 0)
         return;

@@ -35,6 +35,9 @@ public:
     // True when a key column (deleted ones included) has the ordinal lKey; always false for lKey <=
     // 0.
     bool KeyExists(qint32 lKey) const;
+    // True when a column other than self maps a field of that name; field names compare without
+    // regard to case, as the dictionary does.
+    bool FieldNameUsedElsewhere(const CDataSourcesColumn& self, const QString& name) const;
     // Fills the collection with the stored columns of a data source, their fields and key fields.
     void LoadColumns(qint32 EDS_Id);
 

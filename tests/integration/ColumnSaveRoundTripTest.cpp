@@ -9,7 +9,7 @@
 #include "tests/integration/DatabaseTest.h"
 
 #include <QAction>
-#include <QTableWidget>
+#include <QTableView>
 #include <gmock/gmock.h>
 
 namespace Orvane::Testing {
@@ -217,9 +217,10 @@ TEST_P(ColumnSaveRoundTripTest, AClearedFieldIsGoneFromTheColumnAfterTheSave) {
         // The column layout editor clears HO_ATTEMPTS, the third column, as a user would.
         XDataSourcesColumn editor;
         editor.InitEdit(columns);
-        auto* grid = editor.findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
-        ASSERT_EQ(grid->item(0, 2)->text(), QStringLiteral("HO_ATTEMPTS"));
-        emit grid->cellClicked(0, 2);
+        auto* grid = editor.findChild<QTableView*>(QStringLiteral("fpsColumns"));
+        const QModelIndex name = grid->model()->index(0, 2);
+        ASSERT_EQ(name.data().toString(), QStringLiteral("HO_ATTEMPTS"));
+        emit grid->clicked(name);
         editor.findChild<QAction*>(QStringLiteral("Clear"))->trigger();
     }
     {

@@ -26,7 +26,7 @@
 #include <QPointer>
 #include <QPushButton>
 #include <QTabWidget>
-#include <QTableWidget>
+#include <QTableView>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -164,8 +164,8 @@ protected:
         return studio->documentTabs->count() > tabsBefore ? studio->CurrentDocument() : nullptr;
     }
 
-    static QTableWidget& grid(DocumentWindow& doc) {
-        return *doc.columnEditor->findChild<QTableWidget*>("fpsColumns");
+    static QTableView& grid(DocumentWindow& doc) {
+        return *doc.columnEditor->findChild<QTableView*>("fpsColumns");
     }
 
     static QAction* command(DocumentWindow& doc, const QString& key) {
@@ -174,17 +174,16 @@ protected:
 
     // One row of the grid, its cells joined by "|".
     static QString gridRow(DocumentWindow& doc, qint32 row) {
-        QTableWidget& table = grid(doc);
+        const QAbstractItemModel& cells = *grid(doc).model();
         QStringList texts;
-        for (int column = 0; column < table.columnCount(); ++column) {
-            const QTableWidgetItem* item = table.item(row - 1, column);
-            texts << (item ? item->text() : "<no cell>");
-        }
+        for (int column = 0; column < cells.columnCount(); ++column)
+            texts << cells.index(row - 1, column).data().toString();
         return texts.join(QLatin1Char('|'));
     }
 
     static void selectColumn(DocumentWindow& doc, int column) {
-        emit grid(doc).cellClicked(Rows::Name - 1, column - 1);
+        QTableView& table = grid(doc);
+        emit table.clicked(table.model()->index(Rows::Name - 1, column - 1));
     }
 
     void appendColumn(DocumentWindow& doc, const QString& name) {
@@ -194,8 +193,8 @@ protected:
 
     // Through the drop-down list of the column's Type cell.
     static void chooseType(DocumentWindow& doc, int column, const QString& typeName) {
-        QTableWidget& table = grid(doc);
-        table.editItem(table.item(Rows::Type - 1, column - 1));
+        QTableView& table = grid(doc);
+        table.edit(table.model()->index(Rows::Type - 1, column - 1));
         auto* list = table.viewport()->findChild<QComboBox*>();
         ASSERT_TRUE(list);
         choose(list, typeName);
@@ -417,7 +416,7 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     type(settings.txtDB_Password, "it's secret");
     // Not a time series: the time-stamp column goes.
     settings.ckTimeSeries->click();
-    EXPECT_EQ(grid(*doc).columnCount(), 0);
+    EXPECT_EQ(grid(*doc).model()->columnCount(), 0);
 
     appendColumn(*doc, "TG");
     chooseType(*doc, 1, "String");

@@ -8,13 +8,36 @@
 #include <QAction>
 #include <QMenu>
 #include <QSignalSpy>
-#include <QTableWidget>
+#include <QTableView>
 #include <memory>
 
 namespace Orvane::Testing {
 
-// Drives a real column layout editor, shown offscreen, through its grid signals, toolbar actions
-// and pop-up menus.
+// A column as the document's load leaves it: stored, clean.
+inline CDataSourcesColumns::ColumnPtr stored(CDataSourcesColumns& columns, const QString& name,
+                                             qint32 id, qint32 position,
+                                             const QString& typeCode = QStringLiteral("I")) {
+    auto column = columns.Add(name);
+    column->setColumn_Id(id);
+    column->setColumn_Type(typeCode);
+    column->setPosition(position);
+    return column;
+}
+
+inline void makeKey(CDataSourcesColumn& column, qint32 ordinal, qint32 fieldId) {
+    column.setPK_Id(fieldId + 1000);
+    column.setKeyFld_Id(fieldId);
+    column.setKey_Ordinal(ordinal);
+    column.setKeyEntity(QStringLiteral("Cell"));
+    column.setKeyFld_Name(QStringLiteral("cell_name"));
+}
+
+inline std::shared_ptr<FakeField> field(qint32 id, const QString& name) {
+    return std::make_shared<FakeField>(id, name);
+}
+
+// Drives a real column layout editor, shown offscreen, through its grid view, toolbar actions
+// and pop-up menus, and reads the grid through its model.
 class ColumnEditorTest : public FakeHostTest {
 protected:
     using ColumnPtr = CDataSourcesColumns::ColumnPtr;
@@ -30,32 +53,30 @@ protected:
         return *m_editor;
     }
 
-    QTableWidget& grid() {
-        return *editor().findChild<QTableWidget*>(QStringLiteral("fpsColumns"));
-    }
-    QAction& action(const QString& name) { return *editor().findChild<QAction*>(name); }
-    QMenu& menu(const QString& name) { return *editor().findChild<QMenu*>(name); }
-    bool enabled(const QString& name) { return action(name).isEnabled(); }
-    void trigger(const QString& name) { action(name).trigger(); }
+    QTableView& grid() { return *editor().findChild<QTableView*>(QStringLiteral("fpsColumns")); }
+    int columnCount() { return grid().model()->columnCount(); }
+    bool enabled(const QString& name) { return editor().findChild<QAction*>(name)->isEnabled(); }
+    void trigger(const QString& name) { editor().findChild<QAction*>(name)->trigger(); }
 
     // Grid columns and rows are numbered from 1, as the user sees them.
-    QString text(int column, int row) {
-        const QTableWidgetItem* item = grid().item(row - 1, column - 1);
-        return item ? item->text() : QStringLiteral("<no cell>");
+    QModelIndex cell(int column, int row) { return grid().model()->index(row - 1, column - 1); }
+    QString text(int column, int row, int role = Qt::DisplayRole) {
+        return cell(column, row).data(role).toString();
     }
-    void click(int column, int row) { emit grid().cellClicked(row - 1, column - 1); }
-    void doubleClick(int column, int row) { emit grid().cellDoubleClicked(row - 1, column - 1); }
-    void rightClick(int column, int row) {
-        const QModelIndex index = grid().model()->index(row - 1, column - 1);
-        emit grid().customContextMenuRequested(grid().visualRect(index).center());
+    QStringList gridRow(int row) {
+        QStringList texts;
+        for (int column = 1; column <= columnCount(); ++column)
+            texts << text(column, row);
+        return texts;
     }
-    // Right-click beside the cells, where no column is.
-    void rightClickBesideCells() {
-        emit grid().customContextMenuRequested(grid().viewport()->rect().bottomRight() -
-                                               QPoint(2, 2));
-    }
-    // The pop-up menu that is showing, or an empty name; closes it.
-    QString shownMenu() {
+    void click(int column, int row) { emit grid().clicked(cell(column, row)); }
+    void doubleClick(int column, int row) { emit grid().doubleClicked(cell(column, row)); }
+    // Right-clicks a cell, or beside the cells with no column given, and returns the pop-up menu
+    // that shows (closing it), or an empty name.
+    QString rightClick(int column = 0, int row = 0) {
+        const QPoint at = column > 0 ? grid().visualRect(cell(column, row)).center()
+                                     : grid().viewport()->rect().bottomRight() - QPoint(2, 2);
+        emit grid().customContextMenuRequested(at);
         QString shown;
         for (QMenu* candidate : editor().findChildren<QMenu*>()) {
             if (candidate->isVisible()) {
@@ -65,28 +86,15 @@ protected:
         }
         return shown;
     }
+    // Which of the named actions are enabled, as "name=1 name=0 ...".
+    QString states(const QStringList& names) {
+        QStringList list;
+        for (const QString& name : names)
+            list << name + (enabled(name) ? "=1" : "=0");
+        return list.join(' ');
+    }
     int changeCount() { return changes ? static_cast<int>(changes->count()) : 0; }
     void forgetChanges() { changes->clear(); }
-
-    // A column as the document's load leaves it: stored, clean.
-    static ColumnPtr stored(CDataSourcesColumns& columns, const QString& name, qint32 id,
-                            qint32 position, const QString& typeCode = QStringLiteral("I")) {
-        ColumnPtr column = columns.Add(name);
-        column->setColumn_Id(id);
-        column->setColumn_Type(typeCode);
-        column->setPosition(position);
-        return column;
-    }
-    static void makeKey(CDataSourcesColumn& column, qint32 ordinal, qint32 fieldId) {
-        column.setPK_Id(fieldId + 1000);
-        column.setKeyFld_Id(fieldId);
-        column.setKey_Ordinal(ordinal);
-        column.setKeyEntity(QStringLiteral("Cell"));
-        column.setKeyFld_Name(QStringLiteral("cell_name"));
-    }
-    static std::shared_ptr<FakeField> field(qint32 id, const QString& name) {
-        return std::make_shared<FakeField>(id, name);
-    }
 
     QStringList prompts() const {
         QStringList list;

@@ -5,6 +5,12 @@
 namespace Orvane::Testing {
 namespace {
 
+const QStringList Buttons = {"Delete", "ReName", "Key", "DelKey", "Field", "DelField"};
+const QStringList ColumnItems = {"mnuColAdd", "mnuColInsert", "mnuColDelete", "mnuColEdit",
+                                 "mnuColClear"};
+const QStringList FieldItems = {"mnuAddField", "mnuEditField", "mnuDeleteField"};
+const QStringList KeyItems = {"mnuKeysAdd", "mnuKeysEdit", "mnuKeysDelete"};
+
 class ColumnCommandsTest : public ColumnEditorTest {
 protected:
     // A stored document with columns A, B and C at positions 1 to 3.
@@ -15,70 +21,29 @@ protected:
         editor().InitEdit(columns);
         forgetChanges();
     }
-    QStringList gridNames() {
-        QStringList names;
-        for (int column = 1; column <= grid().columnCount(); ++column)
-            names << text(column, 1);
-        return names;
-    }
 
     ColumnPtr a, b, c;
 };
 
 TEST_F(ColumnCommandsTest, AppendAsksForANameAndAddsTheColumnAtTheEnd) {
-    editor().InitNew(columns);
-    forgetChanges();
-    app->inputAnswers = {"  Calls  "};
-
-    trigger("Add");
-
-    EXPECT_EQ(prompts(), QStringList({"Please enter column name | ADDING COLUMN"}));
-    ASSERT_EQ(grid().columnCount(), 2);
-    EXPECT_EQ(text(2, 1), "Calls");
-    EXPECT_EQ(text(2, 2), "Integer");
-    EXPECT_EQ(text(2, 6), "2");
-    const ColumnPtr calls = columns->Item("Calls");
-    ASSERT_NE(calls, nullptr);
-    EXPECT_EQ(calls->Column_Type(), "Integer");
-    EXPECT_EQ(calls->Position(), 2);
-    EXPECT_EQ(calls->ColPosition(), 2);
-    EXPECT_GE(changeCount(), 1);
-    // The new column is the current one: it is last, so it cannot move right.
-    EXPECT_TRUE(enabled("Left"));
-    EXPECT_FALSE(enabled("Right"));
-    EXPECT_TRUE(enabled("Delete"));
-}
-
-TEST_F(ColumnCommandsTest, ANameLongerThanTheDatabaseAllowsIsRefused) {
     query->colNameWidth = 5;
     editor().InitNew(columns);
-    app->inputAnswers = {"abcdef", "abcde"};
+    forgetChanges();
+    app->inputAnswers = {"abcdef", "  abcde  "};
 
     trigger("Add");
 
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, "Column name must be 40 characters or fewer.");
+    EXPECT_EQ(messages(), QStringList({"Column name must be 40 characters or fewer."}));
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Exclamation);
-    EXPECT_EQ(app->inputBoxes.size(), 2);
-    EXPECT_EQ(columns->Item("abcdef"), nullptr);
-    EXPECT_NE(columns->Item("abcde"), nullptr) << "a name of exactly the width fits";
-}
-
-TEST_F(ColumnCommandsTest, ANameInUseIsRefusedAndTheAskingStartsOver) {
-    openStoredDocument();
-    click(2, 1);
-    app->inputAnswers = {"a", ""};
-
-    trigger("ReName");
-
-    EXPECT_EQ(messages(),
-              QStringList({"This column name is already in use.  Please enter a unique name."}));
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-    // Even when renaming, the second question is the plain adding one.
-    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN",
-                                      "Please enter column name | ADDING COLUMN"}));
-    EXPECT_EQ(gridNames(), QStringList({"A", "B", "C"}));
-    EXPECT_EQ(changeCount(), 1) << "a name was given, so the run reports a change";
+    EXPECT_EQ(prompts(), QStringList(2, "Please enter column name | ADDING COLUMN"));
+    EXPECT_EQ(gridRow(1), QStringList({"Time Stamp", "abcde"})) << "exactly the width fits";
+    EXPECT_EQ(text(2, 2), "Integer");
+    EXPECT_EQ(text(2, 6), "2");
+    const ColumnPtr added = columns->Item("abcde");
+    EXPECT_EQ(added->Column_Type(), "I");
+    EXPECT_EQ(added->ColPosition(), 2);
+    EXPECT_GE(changeCount(), 1);
+    EXPECT_EQ(states({"Left", "Right", "Delete"}), "Left=1 Right=0 Delete=1") << "now current";
 }
 
 TEST_F(ColumnCommandsTest, AppendingTheNameOfADeletedColumnOffersToRestoreIt) {
@@ -86,70 +51,47 @@ TEST_F(ColumnCommandsTest, AppendingTheNameOfADeletedColumnOffersToRestoreIt) {
     b->setPosition(5);
     click(2, 1);
     trigger("Delete");
-    ASSERT_TRUE(b->ColumnDeleted());
-    ASSERT_EQ(gridNames(), QStringList({"A", "C"}));
-
     click(1, 1);
     app->inputAnswers = {"b", "B"};
     app->msgBoxAnswers = {MsgBoxResult::No, MsgBoxResult::Yes};
+
     trigger("Add");
 
     EXPECT_EQ(prompts(), QStringList({"Please enter column name | ADDING COLUMN",
                                       "Please enter a unique column name | COLUMN NAME EXISTS"}));
-    ASSERT_EQ(app->msgBoxes.size(), 2);
-    EXPECT_EQ(app->msgBoxes[1].prompt, "Do you wish to restore the existing column?");
+    EXPECT_EQ(messages(), QStringList(2, "Do you wish to restore the existing column?"));
     EXPECT_EQ(app->msgBoxes[1].buttons, MsgBoxButtons::YesNo);
     EXPECT_EQ(app->msgBoxes[1].title, "COLUMN NAME EXISTS");
     // Back before the current column, unmarked, at the first free position, not its old one.
-    EXPECT_EQ(gridNames(), QStringList({"B", "A", "C"}));
+    EXPECT_EQ(gridRow(1), QStringList({"B", "A", "C"}));
+    EXPECT_EQ(gridRow(6), QStringList({"2", "1", "3"}));
     EXPECT_FALSE(b->ColumnDeleted());
     EXPECT_TRUE(b->Dirty());
-    EXPECT_EQ(b->Position(), 2);
-    EXPECT_EQ(text(1, 6), "2");
-    EXPECT_EQ(b->ColPosition(), 1);
     EXPECT_EQ(a->ColPosition(), 2);
-    EXPECT_EQ(columns->Count(), 3);
 }
 
-TEST_F(ColumnCommandsTest, RenamingAStoredColumnKeepsItsRowAndMarksItDirty) {
+TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndANameInUseStartsTheAskingOver) {
     openStoredDocument();
-    makeKey(*b, 1, 44);
-    b->setField(field(0, "b_field"));
     click(2, 1);
-    app->inputAnswers = {"Beta"};
+    app->inputAnswers = {"a", "Beta", "Gamma"};
 
     trigger("ReName");
+    trigger("mnuColEdit");
 
-    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN"}));
-    EXPECT_EQ(columns->Item("B"), nullptr);
-    const ColumnPtr beta = columns->Item("Beta");
-    ASSERT_NE(beta, nullptr);
-    EXPECT_EQ(beta->Column_Id(), 12);
-    EXPECT_TRUE(beta->Dirty());
-    EXPECT_EQ(beta->Position(), 2);
-    EXPECT_EQ(beta->ColPosition(), 2);
-    EXPECT_EQ(beta->Key_Ordinal(), 1);
-    EXPECT_EQ(beta->KeyFld_Id(), 44);
-    EXPECT_EQ(beta->Field_Name(), "b_field");
-    EXPECT_EQ(gridNames(), QStringList({"A", "Beta", "C"}));
-    EXPECT_GE(changeCount(), 1);
-
-    // The editor now acts on the renamed column.
-    app->inputAnswers = {"Gamma"};
-    trigger("ReName");
-    EXPECT_NE(columns->Item("Gamma"), nullptr);
-    EXPECT_EQ(columns->Item("Gamma")->Column_Id(), 12);
-}
-
-TEST_F(ColumnCommandsTest, RenamingInANewDocumentKeepsTheDirtyFlag) {
-    editor().InitNew(columns);
-    app->inputAnswers = {"A", "Alpha"};
-    trigger("Add");
-    trigger("ReName");
-    const ColumnPtr alpha = columns->Item("Alpha");
-    ASSERT_NE(alpha, nullptr);
-    EXPECT_FALSE(alpha->Dirty());
-    EXPECT_EQ(alpha->Column_Type(), "Integer");
+    EXPECT_EQ(messages(),
+              QStringList({"This column name is already in use.  Please enter a unique name."}));
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    // Even when renaming, the question after a refusal is the plain adding one.
+    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN",
+                                      "Please enter column name | ADDING COLUMN",
+                                      "Please enter new column name | RENAMING COLUMN"}));
+    EXPECT_EQ(gridRow(1), QStringList({"A", "Gamma", "C"})) << "the second acts on the new one";
+    const ColumnPtr gamma = columns->Item("Gamma");
+    EXPECT_EQ(columns->Count(), 3);
+    EXPECT_EQ(gamma->Column_Id(), 12) << "the save updates the stored row";
+    EXPECT_TRUE(gamma->Dirty());
+    EXPECT_EQ(gamma->ColPosition(), 2);
+    EXPECT_EQ(changeCount(), 4) << "each named run reports a change, the refused one too";
 }
 
 TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {
@@ -159,237 +101,127 @@ TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {
 
     trigger("Insert");
 
-    EXPECT_EQ(gridNames(), QStringList({"A", "N", "B", "C"}));
-    const ColumnPtr n = columns->Item("N");
-    EXPECT_EQ(n->ColPosition(), 2);
-    EXPECT_EQ(n->Position(), 4);
-    EXPECT_EQ(b->ColPosition(), 3);
+    EXPECT_EQ(gridRow(1), QStringList({"A", "N", "B", "C"}));
+    EXPECT_EQ(columns->Item("N")->Position(), 4);
     EXPECT_EQ(c->ColPosition(), 4);
-    EXPECT_TRUE(b->Dirty());
-    EXPECT_TRUE(c->Dirty());
+    EXPECT_TRUE(b->Dirty() && c->Dirty());
     EXPECT_FALSE(a->Dirty());
-    EXPECT_GE(changeCount(), 1);
 }
 
-TEST_F(ColumnCommandsTest, DeletingAnUnsavedColumnRemovesItWithoutAsking) {
-    openStoredDocument();
-    app->inputAnswers = {"New"};
-    trigger("Add");
-    app->msgBoxes.clear();
-    query->clearLog();
-
-    trigger("Delete");
-
-    EXPECT_EQ(columns->Item("New"), nullptr);
-    EXPECT_TRUE(app->msgBoxes.isEmpty());
-    EXPECT_TRUE(query->log.isEmpty()) << "no template check for an unsaved column";
-    EXPECT_EQ(gridNames(), QStringList({"A", "B", "C"}));
-    EXPECT_FALSE(enabled("Right")) << "the current column is the new last one";
-}
-
-TEST_F(ColumnCommandsTest, DeletingAStoredColumnAsksTheTemplatesAndOnlyMarksIt) {
+TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMarksIt) {
     openStoredDocument();
     b->setField(field(12, "b_field"));
     c->setField(field(13, "c_field"));
     query->Answer("a.Field_Id = 13", {Row{{"TemplateId", 5}}});
+    app->inputAnswers = {"New"};
+    trigger("Add");
+    query->clearLog();
+    trigger("Delete");
+    EXPECT_EQ(columns->Item("New"), nullptr);
+    EXPECT_TRUE(query->log.isEmpty()) << "no template check for an unsaved column";
+    EXPECT_FALSE(enabled("Right")) << "the current column is the new last one";
 
     click(3, 1);
     trigger("Delete");
     EXPECT_FALSE(c->ColumnDeleted()) << "a template uses its field";
-    EXPECT_EQ(gridNames(), QStringList({"A", "B", "C"}));
-    EXPECT_EQ(app->msgBoxes.size(), 1);
+    ASSERT_EQ(app->msgBoxes.size(), 1);
 
-    click(2, 1);
-    trigger("Delete");
+    rightClick(2, 1);
+    trigger("mnuColDelete");
     EXPECT_TRUE(b->ColumnDeleted());
     EXPECT_EQ(columns->Count(), 3);
-    EXPECT_EQ(gridNames(), QStringList({"A", "C"}));
+    EXPECT_EQ(gridRow(1), QStringList({"A", "C"}));
     EXPECT_EQ(c->ColPosition(), 2);
-    EXPECT_EQ(changeCount(), 1);
 }
 
-TEST_F(ColumnCommandsTest, MovingChangesNothingToSaveWithoutEditorPosition) {
-    query->editorPosition = false;
-    openStoredDocument();
-    click(1, 1);
-    EXPECT_FALSE(enabled("Left"));
-
-    trigger("Right");
-
-    EXPECT_EQ(gridNames(), QStringList({"B", "A", "C"}));
-    EXPECT_EQ(changeCount(), 0);
-    EXPECT_EQ(a->ColPosition(), 2);
-    EXPECT_EQ(b->ColPosition(), 1);
-    EXPECT_EQ(a->Position(), 1) << "the record position is not the display order";
-    // The moved column stays current, now second.
-    EXPECT_TRUE(enabled("Left"));
-    EXPECT_TRUE(enabled("Right"));
+TEST_F(ColumnCommandsTest, MovingIsAChangeOnlyWhenTheDatabaseKeepsTheOrder) {
+    for (const bool editorPosition : {false, true}) {
+        query->editorPosition = editorPosition;
+        columns = std::make_shared<CDataSourcesColumns>();
+        openStoredDocument();
+        click(1, 1);
+        EXPECT_FALSE(enabled("Left"));
+        trigger("Right");
+        EXPECT_EQ(gridRow(1), QStringList({"B", "A", "C"}));
+        EXPECT_EQ(changeCount(), editorPosition ? 1 : 0);
+        EXPECT_EQ(a->ColPosition(), 2);
+        EXPECT_TRUE(a->Dirty());
+        EXPECT_EQ(a->Position(), 1) << "the record position is not the display order";
+        EXPECT_EQ(grid().selectionModel()->selectedIndexes().size(), 6);
+        EXPECT_EQ(states({"Left", "Right"}), "Left=1 Right=1") << "the moved column stays current";
+    }
 }
 
-TEST_F(ColumnCommandsTest, MovingIsAChangeWhenTheDatabaseKeepsTheOrder) {
-    openStoredDocument();
-    click(3, 1);
-    EXPECT_FALSE(enabled("Right"));
-
-    trigger("Left");
-
-    EXPECT_EQ(gridNames(), QStringList({"A", "C", "B"}));
-    EXPECT_EQ(changeCount(), 1);
-    EXPECT_TRUE(c->Dirty());
-    EXPECT_EQ(grid().selectedItems().size(), 6) << "the whole moved column is selected";
-}
-
-TEST_F(ColumnCommandsTest, ClearingAColumnWithAStoredFieldKeepsItsKey) {
+TEST_F(ColumnCommandsTest, ClearingKeepsTheKeyOnlyOfAColumnWithAStoredField) {
     openStoredDocument();
     makeKey(*b, 1, 44);
     b->setField(field(12, "b_field"));
+    makeKey(*c, 2, 45);
     editor().InitEdit(columns);
 
     click(2, 1);
     trigger("Clear");
+    click(3, 1);
+    trigger("mnuColClear");
 
     EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_EQ(text(2, 3), "");
-    EXPECT_EQ(text(2, 4), "1");
     EXPECT_FALSE(b->KeyDeleted());
-    EXPECT_EQ(text(2, 6), "");
-    EXPECT_EQ(b->Position(), 2) << "the model keeps its position until the user types one";
     EXPECT_TRUE(query->log.join('\n').contains("a.Field_Id = 12"));
-}
-
-TEST_F(ColumnCommandsTest, ClearingAKeyColumnDeletesItsKey) {
-    openStoredDocument();
-    makeKey(*b, 1, 44);
-    editor().InitEdit(columns);
-    forgetChanges();
-
-    click(2, 1);
-    EXPECT_TRUE(enabled("DelKey"));
-    trigger("Clear");
-
-    EXPECT_TRUE(b->KeyDeleted());
-    EXPECT_EQ(b->KeyFld_Id(), 44) << "a stored key goes when the document is saved";
-    EXPECT_EQ(text(2, 4), "");
-    EXPECT_EQ(text(2, 5), "");
+    EXPECT_TRUE(c->KeyDeleted());
+    EXPECT_EQ(c->KeyFld_Id(), 45) << "a stored key goes when the document is saved";
+    EXPECT_EQ(gridRow(4), QStringList({"", "1", ""}));
+    EXPECT_EQ(gridRow(6), QStringList({"1", "", ""}));
+    EXPECT_EQ(c->Position(), 3) << "the model keeps it until the user types one";
     EXPECT_FALSE(enabled("DelKey"));
-    EXPECT_GE(changeCount(), 1);
+    EXPECT_FALSE(editor().IsValid("Save"));
+    EXPECT_EQ(messages().last(), "Column 2 has no position specified.\r\n"
+                                 "A unique position between 1 and 500 must be specified");
 }
 
-TEST_F(ColumnCommandsTest, DeletingAKeyInANewDocumentWipesIt) {
-    editor().InitNew(columns);
-    app->inputAnswers = {"Site"};
-    trigger("Add");
-    const ColumnPtr site = columns->Item("Site");
-    makeKey(*site, 1, 44);
-    click(2, 4);
-    forgetChanges();
-
-    trigger("DelKey");
-
-    EXPECT_FALSE(site->Is_Key());
-    EXPECT_EQ(site->Key_Ordinal(), 0);
-    EXPECT_EQ(site->PK_Id(), 0);
-    EXPECT_TRUE(site->KeyFld_Name().isEmpty());
-    EXPECT_FALSE(site->KeyDeleted());
-    EXPECT_EQ(changeCount(), 0);
-}
-
-TEST_F(ColumnCommandsTest, ToolbarFollowsTheColumnsKeyAndField) {
+TEST_F(ColumnCommandsTest, ToolbarAndPopUpsFollowTheColumnsKeyAndField) {
+    const ColumnPtr ts = stored(*columns, "Time Stamp", 10, 4, "D");
+    ts->setIsTimeStamp(true);
     openStoredDocument();
     makeKey(*a, 1, 44);
     b->setField(field(12, "stored_field"));
     c->setField(field(0, "new_field"));
     editor().InitEdit(columns);
 
-    click(1, 1); // a live key, no field
-    EXPECT_TRUE(enabled("Key"));
-    EXPECT_TRUE(enabled("DelKey"));
-    EXPECT_FALSE(enabled("Field"));
-    EXPECT_FALSE(enabled("DelField"));
-    EXPECT_TRUE(enabled("Delete"));
-    EXPECT_TRUE(enabled("ReName"));
+    EXPECT_EQ(rightClick(1, 1), "mnuColumns");
+    EXPECT_EQ(states(ColumnItems),
+              "mnuColAdd=1 mnuColInsert=0 mnuColDelete=0 mnuColEdit=0 mnuColClear=0");
+    EXPECT_EQ(rightClick(1, 3), "") << "the time stamp takes no field";
+    EXPECT_EQ(rightClick(1, 5), "");
 
-    click(2, 1); // a stored field goes only with Clear
-    EXPECT_FALSE(enabled("Key"));
-    EXPECT_FALSE(enabled("DelKey"));
-    EXPECT_TRUE(enabled("Field"));
-    EXPECT_FALSE(enabled("DelField"));
+    EXPECT_EQ(rightClick(2, 4), "mnuKeys");
+    EXPECT_EQ(states(KeyItems), "mnuKeysAdd=0 mnuKeysEdit=1 mnuKeysDelete=1");
+    EXPECT_EQ(rightClick(2, 3), "mnuDropDown");
+    EXPECT_EQ(states(FieldItems), "mnuAddField=0 mnuEditField=0 mnuDeleteField=0");
+    EXPECT_EQ(states(Buttons), "Delete=1 ReName=1 Key=1 DelKey=1 Field=0 DelField=0");
 
-    click(3, 1); // a field not yet stored
-    EXPECT_TRUE(enabled("DelField"));
+    EXPECT_EQ(rightClick(3, 3), "mnuDropDown");
+    EXPECT_EQ(states(FieldItems), "mnuAddField=0 mnuEditField=1 mnuDeleteField=0");
+    EXPECT_EQ(rightClick(3, 5), "mnuKeys");
+    EXPECT_EQ(states(KeyItems), "mnuKeysAdd=0 mnuKeysEdit=0 mnuKeysDelete=0");
+    EXPECT_EQ(states(Buttons), "Delete=1 ReName=1 Key=0 DelKey=0 Field=1 DelField=0")
+        << "a stored field goes only with Clear";
+
+    EXPECT_EQ(rightClick(4, 6), "mnuColumns");
+    EXPECT_EQ(states(ColumnItems),
+              "mnuColAdd=1 mnuColInsert=1 mnuColDelete=1 mnuColEdit=1 mnuColClear=1");
+    EXPECT_EQ(states(Buttons), "Delete=1 ReName=1 Key=0 DelKey=0 Field=1 DelField=1");
     forgetChanges();
     trigger("DelField");
     EXPECT_EQ(c->Field(), nullptr);
-    EXPECT_EQ(text(3, 3), "");
+    EXPECT_EQ(text(4, 3), "");
     EXPECT_EQ(changeCount(), 1);
-    EXPECT_TRUE(enabled("Key"));
-    EXPECT_FALSE(enabled("DelField"));
-}
+    EXPECT_EQ(rightClick(4, 3), "mnuDropDown");
+    EXPECT_EQ(states(FieldItems), "mnuAddField=1 mnuEditField=0 mnuDeleteField=0");
+    EXPECT_EQ(states(Buttons), "Delete=1 ReName=1 Key=1 DelKey=0 Field=1 DelField=0");
 
-TEST_F(ColumnCommandsTest, PopUpMenusFollowTheRowAndTheColumn) {
-    const ColumnPtr ts = stored(*columns, "Time Stamp", 10, 4, "D");
-    ts->setIsTimeStamp(true);
-    openStoredDocument();
-    makeKey(*a, 1, 44);
-    b->setField(field(12, "stored_field"));
-    editor().InitEdit(columns);
-
-    rightClick(1, 1); // the time-stamp column
-    EXPECT_EQ(shownMenu(), "mnuColumns");
-    EXPECT_TRUE(enabled("mnuColAdd"));
-    for (const char* item : {"mnuColInsert", "mnuColDelete", "mnuColEdit", "mnuColClear"})
-        EXPECT_FALSE(enabled(item)) << item;
-    rightClick(1, 3);
-    EXPECT_EQ(shownMenu(), "") << "no field menu on the time stamp";
-    rightClick(1, 5);
-    EXPECT_EQ(shownMenu(), "");
-
-    rightClick(2, 4); // key column A
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    EXPECT_FALSE(enabled("mnuKeysAdd"));
-    EXPECT_TRUE(enabled("mnuKeysEdit"));
-    EXPECT_TRUE(enabled("mnuKeysDelete"));
-    rightClick(2, 3);
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    for (const char* item : {"mnuAddField", "mnuEditField", "mnuDeleteField"})
-        EXPECT_FALSE(enabled(item)) << "a live key takes no field: " << item;
-
-    rightClick(3, 3); // B with a stored field, in a stored document
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_FALSE(enabled("mnuAddField"));
-    EXPECT_TRUE(enabled("mnuEditField"));
-    EXPECT_FALSE(enabled("mnuDeleteField"));
-    rightClick(3, 5);
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    for (const char* item : {"mnuKeysAdd", "mnuKeysEdit", "mnuKeysDelete"})
-        EXPECT_FALSE(enabled(item)) << "a column with a field takes no key: " << item;
-
-    rightClick(4, 3); // C, plain
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_TRUE(enabled("mnuAddField"));
-    rightClick(4, 6);
-    EXPECT_EQ(shownMenu(), "mnuColumns");
-    for (const char* item : {"mnuColInsert", "mnuColDelete", "mnuColEdit", "mnuColClear"})
-        EXPECT_TRUE(enabled(item)) << item;
-
-    rightClickBesideCells();
-    EXPECT_EQ(shownMenu(), "mnuColumns");
-    EXPECT_TRUE(enabled("mnuColAdd"));
-    EXPECT_FALSE(enabled("mnuColDelete"));
-}
-
-TEST_F(ColumnCommandsTest, MenuItemsRunTheCommandsOnTheClickedColumn) {
-    openStoredDocument();
-    rightClick(3, 1);
-    ASSERT_EQ(shownMenu(), "mnuColumns");
-    trigger("mnuColDelete");
-    EXPECT_TRUE(c->ColumnDeleted());
-
-    rightClick(1, 2);
-    shownMenu();
-    app->inputAnswers = {"Z"};
-    trigger("mnuColInsert");
-    EXPECT_EQ(gridNames(), QStringList({"Z", "A", "B"}));
+    EXPECT_EQ(rightClick(), "mnuColumns");
+    EXPECT_EQ(states(ColumnItems),
+              "mnuColAdd=1 mnuColInsert=0 mnuColDelete=0 mnuColEdit=0 mnuColClear=0");
 }
 
 TEST_F(ColumnCommandsTest, DoubleClicksRenameOrAppend) {
@@ -399,29 +231,19 @@ TEST_F(ColumnCommandsTest, DoubleClicksRenameOrAppend) {
     editor().setAppName("ASCII Data Source");
 
     doubleClick(1, 1);
+    doubleClick(2, 6);
     EXPECT_TRUE(app->inputBoxes.isEmpty()) << "the time stamp keeps its name in an ASCII source";
 
-    app->inputAnswers = {"Alpha"};
+    app->inputAnswers = {"Alpha", "Stamp", "Last"};
     doubleClick(2, 1);
-    EXPECT_EQ(prompts(), QStringList({"Please enter new column name | RENAMING COLUMN"}));
-    EXPECT_EQ(text(2, 1), "Alpha");
-
     editor().setAppName("ODBC Data Source");
-    app->inputAnswers = {"Stamp"};
     doubleClick(1, 1);
-    EXPECT_EQ(text(1, 1), "Stamp");
-    EXPECT_TRUE(columns->Item("Stamp")->IsTimeStamp());
-
-    app->inputBoxes.clear();
-    doubleClick(2, 6);
-    EXPECT_TRUE(app->inputBoxes.isEmpty());
-
-    app->inputAnswers = {"Last"};
     emit grid().verticalHeader()->sectionDoubleClicked(0);
-    EXPECT_EQ(text(grid().columnCount(), 1), "Last");
+    EXPECT_EQ(gridRow(1), QStringList({"Stamp", "Alpha", "B", "C", "Last"}));
+    EXPECT_TRUE(columns->Item("Stamp")->IsTimeStamp());
 }
 
-TEST_F(ColumnCommandsTest, AGridColumnWithoutAModelColumnIsReported) {
+TEST_F(ColumnCommandsTest, AShownColumnTheCollectionLostIsReported) {
     openStoredDocument();
     columns->Remove("B");
     click(1, 1);
@@ -429,11 +251,28 @@ TEST_F(ColumnCommandsTest, AGridColumnWithoutAModelColumnIsReported) {
 
     trigger("Insert");
 
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, "Naming Error. Column: 3");
+    EXPECT_EQ(messages(), QStringList({"Naming Error. Column: 3"}));
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
     EXPECT_EQ(app->msgBoxes[0].title, "Resetting Columns array");
     EXPECT_EQ(c->ColPosition(), 4) << "the others are still renumbered";
+}
+
+TEST_F(ColumnCommandsTest, ADatabaseFailureIsReportedWithTheCaption) {
+    openStoredDocument();
+    editor().setWindowTitle("Orders");
+    b->setField(field(12, "b_field"));
+    query->FailOn("a.Field_Id", "ORA-03113");
+    click(2, 1);
+
+    trigger("Delete");
+    trigger("Clear");
+
+    EXPECT_EQ(messages(), QStringList(2, "ORA-03113"));
+    EXPECT_EQ(app->msgBoxes[0].title, "Orders");
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    EXPECT_FALSE(b->ColumnDeleted());
+    EXPECT_NE(b->Field(), nullptr);
+    EXPECT_TRUE(enabled("Right")) << "the toolbar still follows the current column";
 }
 
 } // namespace

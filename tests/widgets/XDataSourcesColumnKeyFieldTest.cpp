@@ -1,9 +1,7 @@
-#include "orvane/dialogs/FSelectEntityTree.h"
-#include "orvane/dialogs/fFieldInfo.h"
-#include "orvane/dialogs/frmKeySelector.h"
 #include "tests/widgets/ColumnEditorFixture.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
@@ -14,8 +12,13 @@ namespace {
 const QString DuplicateFieldMessage =
     QStringLiteral("Field name is in use.\r\nPlease select a different name.");
 
+template <class T> T& child(QDialog& dialog, const QString& name) {
+    return *dialog.findChild<T*>(name);
+}
+
 // The key and field commands, through the real key field selector and field editor that the
-// fake application's modal handlers fill in.
+// fake application's modal handlers fill in. Each handler records what its dialog showed as it
+// opened; the fake keeps the last handler for later shows, so a later command clears them first.
 class ColumnKeyFieldTest : public ColumnEditorTest {
 protected:
     ColumnKeyFieldTest() {
@@ -23,8 +26,7 @@ protected:
         dictionary->addEntity(6, QStringLiteral("SITE"), "Site");
         siteId = dictionary->addField(20, QStringLiteral("SiteId"), 6);
         siteId->entityLabel = QStringLiteral("Site");
-        dictionary->addField(44, QStringLiteral("cell_name"), 5)->entityLabel =
-            QStringLiteral("Cell");
+        dictionary->addField(44, QStringLiteral("cell_name"), 5)->entityLabel = "Cell";
     }
 
     // A stored document: A a key column (ordinal 1), B with a stored field, C plain.
@@ -40,61 +42,53 @@ protected:
         forgetChanges();
     }
 
-    // Each helper queues the handlers for the dialogs of one command; the fake application keeps
-    // the last handler for later shows, so a later command clears the queue first.
-    //
-    // The next key selector: records the ordinal it opened with, picks Site's SiteId in the
-    // entity tree when asked to, types the ordinal when one is given, and presses OK.
+    // The next key selector picks Site's SiteId in the entity tree when asked to, types the
+    // ordinal when one is given, and presses OK.
     void keySelectorAnswers(bool chooseSite, const QString& ordinal = QString()) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& selector = dynamic_cast<frmKeySelector&>(dialog);
-            opened << QStringLiteral("key ") + selector.txtOrdinal->text();
+            auto& txtOrdinal = child<QLineEdit>(dialog, "txtOrdinal");
+            opened << "key " + txtOrdinal.text();
             if (chooseSite)
-                selector.cmdSelect->click();
+                child<QPushButton>(dialog, "cmdSelect").click();
             if (!ordinal.isEmpty()) {
-                selector.txtOrdinal->selectAll();
-                QTest::keyClicks(selector.txtOrdinal, ordinal);
+                txtOrdinal.selectAll();
+                QTest::keyClicks(&txtOrdinal, ordinal);
             }
-            selector.cmdOk->click();
-            return selector.result();
+            child<QPushButton>(dialog, "cmdOk").click();
+            return dialog.result();
         });
         if (chooseSite) {
             app->modalHandlers.push_back([this](QDialog& dialog) {
-                auto& tree = dynamic_cast<FSelectEntityTree&>(dialog);
                 widgets->lastTree->selectedKey = QStringLiteral("6");
                 widgets->lastTree->selectedFields = {siteId};
-                tree.cmdButton[1]->click();
-                return tree.result();
+                child<QPushButton>(dialog, "cmdButton(1)").click();
+                return dialog.result();
             });
         }
     }
 
-    // The next field editor: records its caption, types the name over the old one, makes sure a
-    // technology is checked, and presses OK.
+    // The next field editor types the name over the old one, makes sure a technology is checked,
+    // and presses OK.
     void fieldEditorNames(const QString& name) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& fieldEditor = dynamic_cast<fFieldInfo&>(dialog);
-            opened << fieldEditor.windowTitle() + QStringLiteral(" | ") +
-                          fieldEditor.cboDataType->currentText();
-            fieldEditor.txtName->selectAll();
-            QTest::keyClicks(fieldEditor.txtName, name);
+            opened << dialog.windowTitle() + " | " +
+                          child<QComboBox>(dialog, "cboDataType").currentText();
+            auto& txtName = child<QLineEdit>(dialog, "txtName");
+            txtName.selectAll();
+            QTest::keyClicks(&txtName, name);
             if (widgets->lastTechnologies->TechnologyMask() == 0)
                 widgets->lastTechnologies->check(3);
-            fieldEditor.cmdOk->click();
-            return fieldEditor.result();
+            child<QPushButton>(dialog, "cmdOk").click();
+            return dialog.result();
         });
     }
 
-    // Every later dialog is only recorded and cancelled.
+    // Every later dialog is cancelled.
     void dialogsAreCancelled() {
         app->modalHandlers.push_back([this](QDialog& dialog) {
-            if (auto* selector = dynamic_cast<frmKeySelector*>(&dialog)) {
-                opened << QStringLiteral("key ") + selector->txtOrdinal->text();
-                selector->cmdCancel->click();
-            } else {
-                opened << dialog.windowTitle();
-                dialog.reject();
-            }
+            const auto* txtOrdinal = dialog.findChild<QLineEdit*>("txtOrdinal");
+            opened << (txtOrdinal ? "key " + txtOrdinal->text() : dialog.windowTitle());
+            dialog.reject();
             return dialog.result();
         });
     }
@@ -102,161 +96,52 @@ protected:
     ColumnPtr a, b, c;
     std::shared_ptr<FakeField> siteId;
     std::shared_ptr<FakeField> volume;
-    QStringList opened; // what each dialog showed when it opened
+    QStringList opened;
 };
 
-TEST_F(ColumnKeyFieldTest, AddingAKeyToAStoredColumnFlagsItAndShowsIt) {
+TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsToBeInsertedHoweverOftenItIsEdited) {
     openStoredDocument();
     click(3, 4);
-    ASSERT_TRUE(enabled("Key"));
     keySelectorAnswers(true);
 
     trigger("Key");
 
     EXPECT_EQ(opened, QStringList{"key 2"}) << "the next free ordinal is offered";
-    EXPECT_EQ(c->Key_Ordinal(), 2);
-    EXPECT_EQ(c->KeyFld_Id(), 20);
     EXPECT_EQ(c->KeyEntity_Id(), 6);
-    EXPECT_EQ(c->KeyFld_Name(), "Site: SiteId");
-    EXPECT_TRUE(c->KeyAdded());
-    EXPECT_TRUE(c->Dirty());
-    EXPECT_EQ(text(3, 4), "2");
-    EXPECT_EQ(text(3, 5), "Site: SiteId");
+    EXPECT_EQ(c->KeyFld_Id(), 20);
+    EXPECT_TRUE(c->KeyAdded() && c->Dirty());
+    EXPECT_EQ(text(3, 4) + "|" + text(3, 5), "2|Site: SiteId") << "the selector's name alone";
     EXPECT_EQ(changeCount(), 1);
-
-    EXPECT_TRUE(enabled("Key"));
     EXPECT_TRUE(enabled("DelKey"));
-    EXPECT_FALSE(enabled("Field"));
-    rightClick(3, 4);
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    EXPECT_FALSE(enabled("mnuKeysAdd"));
-    EXPECT_TRUE(enabled("mnuKeysEdit"));
-    EXPECT_TRUE(enabled("mnuKeysDelete"));
-    rightClick(3, 3);
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_FALSE(enabled("mnuAddField")) << "a live key takes no field";
 
-    // A key added in this edit has no row yet: editing it keeps it to be inserted.
     app->modalHandlers.clear();
     keySelectorAnswers(false, QStringLiteral("5"));
     trigger("mnuKeysEdit");
-    EXPECT_EQ(c->Key_Ordinal(), 5);
-    EXPECT_TRUE(c->KeyAdded());
-    EXPECT_FALSE(c->KeyDirty());
+    EXPECT_EQ(text(3, 4), "5");
+    EXPECT_TRUE(c->KeyAdded()) << "still to be inserted";
+
+    // A move draws the column anew from its model; a loaded key shows its entity.
+    click(1, 1);
+    trigger("Right");
+    EXPECT_EQ(gridRow(5), QStringList({"", "Cell: cell_name", "Site: SiteId"}));
 }
 
-TEST_F(ColumnKeyFieldTest, EditingAStoredKeyMarksItDirtyAndACancelStillReportsAChange) {
+TEST_F(ColumnKeyFieldTest, AnEditedStoredKeyIsUpdatedAndACancelStillReportsAChange) {
     openStoredDocument();
     click(1, 5);
     keySelectorAnswers(false, QStringLiteral("3"));
-
     trigger("Key");
-
     EXPECT_EQ(opened, QStringList{"key 1"}) << "the selector opens on the key's own ordinal";
-    EXPECT_EQ(a->Key_Ordinal(), 3);
-    EXPECT_EQ(a->KeyFld_Id(), 44);
     EXPECT_EQ(a->KeyFld_Name(), "Cell: cell_name");
     EXPECT_TRUE(a->KeyDirty());
-    EXPECT_FALSE(a->KeyAdded());
     EXPECT_EQ(text(1, 4), "3");
-    EXPECT_EQ(text(1, 5), "Cell: cell_name");
-    EXPECT_EQ(changeCount(), 1);
 
     app->modalHandlers.clear();
     dialogsAreCancelled();
     a->setKeyDirty(false);
     trigger("mnuKeysEdit");
-    EXPECT_EQ(opened.last(), "key 3");
     EXPECT_EQ(changeCount(), 2) << "a cancelled edit still reports a change";
-    EXPECT_EQ(a->Key_Ordinal(), 3);
     EXPECT_FALSE(a->KeyDirty());
-    EXPECT_EQ(text(1, 4), "3");
-
-    // A deleted stored key that is edited again is live again, and its row is updated.
-    trigger("DelKey");
-    ASSERT_TRUE(a->KeyDeleted());
-    app->modalHandlers.clear();
-    keySelectorAnswers(false, QStringLiteral("4"));
-    trigger("Key");
-    EXPECT_FALSE(a->KeyDeleted());
-    EXPECT_TRUE(a->KeyDirty());
-    EXPECT_EQ(text(1, 4), "4");
-    EXPECT_TRUE(enabled("DelKey"));
-}
-
-TEST_F(ColumnKeyFieldTest, AKeyChosenInThisEditKeepsItsTextWhenTheColumnIsRedrawn) {
-    openStoredDocument();
-    click(3, 4);
-    keySelectorAnswers(true);
-    trigger("Key");
-    click(1, 5);
-    app->modalHandlers.clear();
-    keySelectorAnswers(false, QStringLiteral("3"));
-    trigger("Key");
-    ASSERT_EQ(text(1, 5), "Cell: cell_name");
-
-    // Each move draws the moved column anew from its model.
-    trigger("Right");
-    click(3, 1);
-    trigger("Left");
-
-    EXPECT_EQ(columns->Item("C")->KeyFld_Name(), "Site: SiteId");
-    EXPECT_EQ(text(2, 1), "C");
-    EXPECT_EQ(text(2, 5), "Site: SiteId") << "a key added in this edit";
-    EXPECT_EQ(text(3, 1), "A");
-    EXPECT_EQ(text(3, 5), "Cell: cell_name") << "a stored key chosen again";
-}
-
-TEST_F(ColumnKeyFieldTest, ALoadedKeyShowsItsEntityWhenTheColumnIsRedrawn) {
-    openStoredDocument();
-    click(1, 1);
-    trigger("Right");
-    EXPECT_EQ(text(2, 5), "Cell: cell_name");
-}
-
-TEST_F(ColumnKeyFieldTest, ClearingAStoredFieldUnmapsItAndANewFieldMayTakeItsPlace) {
-    openStoredDocument();
-    click(2, 1);
-    trigger("Clear");
-    EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_TRUE(b->FieldDeleted());
-    EXPECT_TRUE(b->Dirty());
-
-    fieldEditorNames(QStringLiteral("Drops"));
-    trigger("Field");
-    EXPECT_TRUE(b->FieldAdded());
-    EXPECT_TRUE(b->FieldDeleted()) << "the stored field's mapping still goes";
-
-    app->inputAnswers = {"B2"};
-    trigger("ReName");
-    const ColumnPtr renamed = columns->Item("B2");
-    ASSERT_NE(renamed, nullptr);
-    EXPECT_TRUE(renamed->FieldAdded());
-    EXPECT_TRUE(renamed->FieldDeleted());
-
-    // Taking off the field added in this edit leaves the stored one unmapped.
-    trigger("DelField");
-    EXPECT_FALSE(renamed->FieldAdded());
-    EXPECT_TRUE(renamed->FieldDeleted());
-}
-
-TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnIsUnmapped) {
-    openStoredDocument();
-    click(3, 3);
-    fieldEditorNames(QStringLiteral("Drops"));
-    trigger("Field");
-    trigger("DelField");
-    EXPECT_FALSE(c->FieldDeleted()) << "the new field had no mapping";
-
-    // A new document has no stored mappings, whatever its columns say.
-    const auto fresh = std::make_shared<CDataSourcesColumns>();
-    const ColumnPtr copied = stored(*fresh, "D", 14, 1);
-    copied->setField(field(12, QStringLiteral("Volume")));
-    editor().InitNew(fresh);
-    click(2, 1);
-    trigger("Clear");
-    EXPECT_EQ(copied->Field(), nullptr);
-    EXPECT_FALSE(copied->FieldDeleted());
 }
 
 TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
@@ -266,25 +151,41 @@ TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped
     const ColumnPtr site = columns->Item("Site");
     keySelectorAnswers(true);
     doubleClick(2, 5);
-    ASSERT_TRUE(site->Is_Key());
     EXPECT_EQ(opened, QStringList{"key 1"});
     EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
-    EXPECT_EQ(text(2, 4), "1");
     forgetChanges();
 
     trigger("DelKey");
 
-    EXPECT_FALSE(site->Is_Key());
-    EXPECT_EQ(site->Key_Ordinal(), 0);
-    EXPECT_EQ(site->KeyEntity_Id(), 0);
-    EXPECT_TRUE(site->KeyFld_Name().isEmpty());
-    EXPECT_FALSE(site->KeyDeleted());
-    EXPECT_EQ(text(2, 4), "");
-    EXPECT_EQ(text(2, 5), "");
+    EXPECT_FALSE(site->Is_Key() || site->KeyDeleted());
+    EXPECT_EQ(text(2, 4) + text(2, 5), "");
     EXPECT_EQ(changeCount(), 0);
 }
 
-TEST_F(ColumnKeyFieldTest, AddingAFieldUnderANameInUseAsksAgain) {
+TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnInAStoredDocumentIsUnmapped) {
+    openStoredDocument();
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(b->Field(), nullptr);
+    EXPECT_TRUE(b->FieldDeleted());
+
+    click(3, 3);
+    fieldEditorNames(QStringLiteral("Setups"));
+    trigger("Field");
+    trigger("DelField");
+    EXPECT_FALSE(c->FieldDeleted()) << "a new field had no mapping";
+
+    const auto fresh = std::make_shared<CDataSourcesColumns>();
+    const ColumnPtr copied = stored(*fresh, "D", 14, 1);
+    copied->setField(field(12, QStringLiteral("Volume")));
+    editor().InitNew(fresh);
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(copied->Field(), nullptr);
+    EXPECT_FALSE(copied->FieldDeleted()) << "nor has any field of a new document";
+}
+
+TEST_F(ColumnKeyFieldTest, AFieldNameInUseIsRefusedAndTheEditorOpensAgain) {
     openStoredDocument();
     click(3, 3);
     fieldEditorNames(QStringLiteral("VOLUME"));
@@ -292,47 +193,28 @@ TEST_F(ColumnKeyFieldTest, AddingAFieldUnderANameInUseAsksAgain) {
 
     trigger("Field");
 
-    const QString caption = QStringLiteral("Create New Data Source Field For CELL | Float");
-    EXPECT_EQ(opened, QStringList({caption, caption}));
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, DuplicateFieldMessage);
+    EXPECT_EQ(opened, QStringList(2, "Create New Data Source Field For CELL | Float"));
+    EXPECT_EQ(messages(), QStringList{DuplicateFieldMessage});
     EXPECT_EQ(app->msgBoxes[0].title, "CANNOT USE DUPLICATE FIELD NAMES");
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-    ASSERT_NE(c->Field(), nullptr);
-    EXPECT_EQ(c->Field_Name(), "Drops");
-    EXPECT_TRUE(c->FieldAdded());
-    EXPECT_TRUE(c->Dirty());
     EXPECT_EQ(text(3, 3), "Drops");
+    EXPECT_TRUE(c->FieldAdded() && c->Dirty());
     EXPECT_EQ(changeCount(), 1);
-
-    EXPECT_TRUE(enabled("Field"));
-    EXPECT_TRUE(enabled("DelField")) << "the new field is not stored yet";
-    EXPECT_FALSE(enabled("Key"));
-    rightClick(3, 3);
-    EXPECT_EQ(shownMenu(), "mnuDropDown");
-    EXPECT_FALSE(enabled("mnuAddField"));
-    EXPECT_TRUE(enabled("mnuEditField"));
-    EXPECT_TRUE(enabled("mnuDeleteField"));
-    rightClick(3, 5);
-    EXPECT_EQ(shownMenu(), "mnuKeys");
-    EXPECT_FALSE(enabled("mnuKeysAdd")) << "a column with a field takes no key";
+    EXPECT_EQ(rightClick(3, 3), "mnuDropDown");
+    EXPECT_TRUE(enabled("mnuDeleteField")) << "a field added in this edit";
 }
 
-TEST_F(ColumnKeyFieldTest, EditingAFieldMarksOnlyAStoredOneDirty) {
+TEST_F(ColumnKeyFieldTest, AnEditedFieldIsMarkedOnlyWhenItIsStored) {
     openStoredDocument();
     click(2, 3);
     fieldEditorNames(QStringLiteral("Volume2"));
-
     trigger("Field");
-
     EXPECT_EQ(opened, QStringList{" Update Data Source Field CELL: Volume | Integer"});
     EXPECT_EQ(b->Field(), volume);
-    EXPECT_EQ(volume->name, "Volume2");
     EXPECT_TRUE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume2");
     EXPECT_EQ(changeCount(), 1);
 
-    // A field added in this edit is still to be created, under its latest name.
     b->setFieldAdded(true);
     app->modalHandlers.clear();
     fieldEditorNames(QStringLiteral("Volume3"));
@@ -340,14 +222,11 @@ TEST_F(ColumnKeyFieldTest, EditingAFieldMarksOnlyAStoredOneDirty) {
     EXPECT_TRUE(b->FieldAdded());
     EXPECT_FALSE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume3");
-    EXPECT_EQ(changeCount(), 2);
 
     app->modalHandlers.clear();
     dialogsAreCancelled();
     trigger("Field");
-    EXPECT_EQ(opened.size(), 3);
     EXPECT_EQ(changeCount(), 2) << "a cancelled field edit changes nothing";
-    EXPECT_TRUE(b->FieldAdded());
 }
 
 TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
@@ -367,9 +246,7 @@ TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
     EXPECT_EQ(open(2, 4), "key 1") << "the key is edited";
     EXPECT_EQ(open(4, 5), "key 2") << "a key is added with the next free ordinal";
     EXPECT_EQ(open(3, 4), "") << "a column with a field takes no key";
-    EXPECT_EQ(open(1, 3), "");
-    EXPECT_EQ(open(1, 4), "");
-    EXPECT_EQ(open(4, 2), "");
+    EXPECT_EQ(open(1, 3) + open(1, 4) + open(4, 2), "");
 }
 
 } // namespace

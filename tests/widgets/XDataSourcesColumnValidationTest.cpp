@@ -1,149 +1,121 @@
 #include "tests/widgets/ColumnEditorFixture.h"
 
+#include <functional>
+
 namespace Orvane::Testing {
 namespace {
 
-class ColumnValidationTest : public ColumnEditorTest {
+const QString PositionHint = "\r\nA unique position between 1 and 500 must be specified";
+
+struct Layout {
+    const char* check;
+    std::function<void(CDataSourcesColumns&)> build;
+    QString message;  // empty when the layout passes
+    QString selected; // "column,row" of the one selected cell, or "none"
+};
+
+void PrintTo(const Layout& layout, std::ostream* os) {
+    *os << layout.check;
+}
+
+class ColumnValidationTest : public ColumnEditorTest, public ::testing::WithParamInterface<Layout> {
 protected:
-    // Validates and returns the one message shown.
-    QString failure() {
-        EXPECT_FALSE(editor().IsValid("Save Data Source"));
-        EXPECT_EQ(app->msgBoxes.size(), 1);
-        if (app->msgBoxes.isEmpty())
-            return QString();
-        const RecordedMsgBox box = app->msgBoxes.takeFirst();
-        EXPECT_EQ(box.title, "Save Data Source");
-        EXPECT_EQ(box.icon, MsgBoxIcon::Exclamation);
-        EXPECT_EQ(box.buttons, MsgBoxButtons::OKOnly);
-        return box.prompt;
-    }
-    // The one selected cell as "column,row" (1-based), or "none".
     QString selectedCell() {
-        const QList<QTableWidgetItem*> selected = grid().selectedItems();
+        const QModelIndexList selected = grid().selectionModel()->selectedIndexes();
         if (selected.isEmpty())
             return QStringLiteral("none");
         EXPECT_EQ(selected.size(), 1);
-        EXPECT_EQ(grid().currentItem(), selected.first()) << "the selected cell is the active one";
+        EXPECT_EQ(grid().currentIndex(), selected.first()) << "the selected cell is the active one";
         return QStringLiteral("%1,%2")
-            .arg(selected.first()->column() + 1)
-            .arg(selected.first()->row() + 1);
-    }
-    void setText(int column, int row, const QString& value) {
-        grid().item(row - 1, column - 1)->setText(value);
+            .arg(selected.first().column() + 1)
+            .arg(selected.first().row() + 1);
     }
 };
 
-TEST_F(ColumnValidationTest, AGoodLayoutPassesSilently) {
-    const ColumnPtr site = stored(*columns, "Site", 1, 1);
-    makeKey(*site, 1, 44);
-    stored(*columns, "Calls", 2, 501)->setField(field(12, "calls"));
-    stored(*columns, "Drops", 3, 3);
-    stored(*columns, "Setups", 4, 4);
-    editor().InitEdit(columns);
-
-    EXPECT_TRUE(editor().IsValid("Save Data Source")) << "501 passes: only the lower bound counts";
-    EXPECT_TRUE(app->msgBoxes.isEmpty());
-}
-
-TEST_F(ColumnValidationTest, AnEmptyLayoutNeedsAColumn) {
-    editor().InitEdit(columns);
-    EXPECT_EQ(failure(), "At least one column must be defined");
-}
-
-TEST_F(ColumnValidationTest, EachGridColumnNeedsANameAndAPosition) {
+TEST_P(ColumnValidationTest, TheFirstFailedCheckIsReportedAndItsCellSelected) {
     stored(*columns, "A", 1, 1);
-    stored(*columns, "B", 2, 0);
+    GetParam().build(*columns);
     editor().InitEdit(columns);
-    click(1, 1);
+    grid().clearSelection();
 
-    EXPECT_EQ(failure(), "Column 2 has no position specified.\r\n"
-                         "A unique position between 1 and 500 must be specified");
-    EXPECT_EQ(selectedCell(), "2,6");
+    const bool valid = editor().IsValid("Save Data Source");
 
-    setText(2, 6, "2");
-    setText(1, 1, "");
-    EXPECT_EQ(failure(), "Column 1 has no name.  Please provide a name or delete the column.");
-    EXPECT_EQ(selectedCell(), "1,1");
+    EXPECT_EQ(valid, GetParam().message.isEmpty());
+    EXPECT_EQ(messages().join('|'), GetParam().message);
+    if (!valid) {
+        EXPECT_EQ(app->msgBoxes[0].title, "Save Data Source");
+        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Exclamation);
+        EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::OKOnly);
+        EXPECT_EQ(selectedCell(), GetParam().selected);
+    }
 }
 
-TEST_F(ColumnValidationTest, AClearedPositionCellFails) {
-    stored(*columns, "A", 1, 1);
-    editor().InitEdit(columns);
-    click(1, 1);
-    trigger("Clear");
-    EXPECT_EQ(failure(), "Column 1 has no position specified.\r\n"
-                         "A unique position between 1 and 500 must be specified");
-}
+const Layout Layouts[] = {
+    {"good layout; 501 passes, only the lower bound counts",
+     [](CDataSourcesColumns& c) {
+         makeKey(*stored(c, "Site", 2, 2), 1, 44);
+         stored(c, "Calls", 3, 501)->setField(field(12, "calls"));
+         stored(c, "Drops", 4, 3);
+     },
+     "", ""},
+    {"no column", [](CDataSourcesColumns& c) { c.Clear(); }, "At least one column must be defined",
+     "none"},
+    {"no position", [](CDataSourcesColumns& c) { stored(c, "B", 2, 0); },
+     "Column 2 has no position specified." + PositionHint, "2,6"},
+    {"no name before a later column's fault",
+     [](CDataSourcesColumns& c) {
+         stored(c, "", 2, 2);
+         stored(c, "C", 3, 0);
+     },
+     "Column 2 has no name.  Please provide a name or delete the column.", "2,1"},
+    {"duplicate fields regardless of case; first i, then first j",
+     [](CDataSourcesColumns& c) {
+         stored(c, "B", 2, 2)->setField(field(12, "calls"));
+         stored(c, "C", 3, 3)->setField(field(14, "drops"));
+         stored(c, "D", 4, 4)->setField(field(13, "CALLS"));
+         stored(c, "E", 5, 5)->setField(field(15, "Drops"));
+         stored(c, "F", 6, 6)->setField(field(16, "calls"));
+         stored(c, "", 7, 7);
+     },
+     "Column 2 and column 4 have duplicate field names specified.\r\n"
+     "Each field must have a unique name.",
+     "none"},
+    {"duplicate key ordinal, named by the later column",
+     [](CDataSourcesColumns& c) {
+         makeKey(*stored(c, "First", 2, 2), 1, 44);
+         makeKey(*stored(c, "Second", 3, 3), 1, 45);
+     },
+     "Column Second has a duplicate key specified.", "3,4"},
+    {"a deleted key frees its ordinal",
+     [](CDataSourcesColumns& c) {
+         makeKey(*stored(c, "First", 2, 2), 1, 44);
+         const auto second = stored(c, "Second", 3, 3);
+         makeKey(*second, 1, 45);
+         second->setKeyDeleted(true);
+         const auto gone = stored(c, "Gone", 4, 4);
+         makeKey(*gone, 2, 46);
+         gone->setColumnDeleted(true);
+         makeKey(*stored(c, "Third", 5, 5), 2, 47);
+     },
+     "", ""},
+    {"key column without its key field",
+     [](CDataSourcesColumns& c) {
+         const auto key = stored(c, "K", 2, 2);
+         makeKey(*key, 1, 44);
+         key->setKeyEntity("");
+         key->setKeyFld_Name("");
+     },
+     "Column K is missing a key field.", "2,5"},
+    {"duplicate position, deleted columns included",
+     [](CDataSourcesColumns& c) {
+         stored(c, "B", 2, 3);
+         stored(c, "C", 3, 4);
+         stored(c, "Gone", 4, 4)->setColumnDeleted(true);
+     },
+     "Column C has a duplicate position spceified." + PositionHint, "3,6"},
+};
 
-TEST_F(ColumnValidationTest, FieldNamesMustDifferRegardlessOfCase) {
-    stored(*columns, "A", 1, 1);
-    stored(*columns, "B", 2, 2)->setField(field(12, "calls"));
-    stored(*columns, "C", 3, 3);
-    stored(*columns, "D", 4, 4)->setField(field(13, "CALLS"));
-    editor().InitEdit(columns);
-
-    EXPECT_EQ(failure(), "Column 2 and column 4 have duplicate field names specified.\r\n"
-                         "Each field must have a unique name.");
-    EXPECT_EQ(selectedCell(), "none");
-}
-
-TEST_F(ColumnValidationTest, TheFirstFailingGridColumnWins) {
-    stored(*columns, "A", 1, 1)->setField(field(12, "calls"));
-    stored(*columns, "B", 2, 2)->setField(field(13, "Calls"));
-    stored(*columns, "", 3, 3);
-    editor().InitEdit(columns);
-
-    EXPECT_EQ(failure(), "Column 1 and column 2 have duplicate field names specified.\r\n"
-                         "Each field must have a unique name.");
-}
-
-TEST_F(ColumnValidationTest, KeyOrdinalsMustBeUnique) {
-    stored(*columns, "A", 1, 1);
-    const ColumnPtr first = stored(*columns, "First", 2, 2);
-    const ColumnPtr second = stored(*columns, "Second", 3, 3);
-    makeKey(*first, 1, 44);
-    makeKey(*second, 1, 45);
-    editor().InitEdit(columns);
-
-    EXPECT_EQ(failure(), "Column Second has a duplicate key specified.");
-    EXPECT_EQ(selectedCell(), "3,4");
-
-    // A deleted key frees its ordinal.
-    click(3, 1);
-    trigger("DelKey");
-    EXPECT_TRUE(editor().IsValid("Save Data Source"));
-}
-
-TEST_F(ColumnValidationTest, AKeyColumnNeedsItsKeyField) {
-    stored(*columns, "A", 1, 1);
-    makeKey(*stored(*columns, "K", 2, 2), 1, 44);
-    editor().InitEdit(columns);
-    setText(2, 5, "");
-
-    EXPECT_EQ(failure(), "Column K is missing a key field.");
-    EXPECT_EQ(selectedCell(), "2,5");
-}
-
-TEST_F(ColumnValidationTest, ADeletedKeyColumnDoesNotBlockTheSave) {
-    stored(*columns, "A", 1, 1);
-    makeKey(*stored(*columns, "K", 2, 2), 1, 44);
-    editor().InitEdit(columns);
-    click(2, 1);
-    trigger("Delete");
-
-    EXPECT_TRUE(editor().IsValid("Save Data Source"));
-}
-
-TEST_F(ColumnValidationTest, PositionsMustBeUnique) {
-    stored(*columns, "A", 1, 1);
-    stored(*columns, "B", 2, 3);
-    stored(*columns, "C", 3, 3);
-    editor().InitEdit(columns);
-
-    EXPECT_EQ(failure(), "Column B has a duplicate position spceified.\r\n"
-                         "A unique position between 1 and 500 must be specified");
-    EXPECT_EQ(selectedCell(), "2,6");
-}
+INSTANTIATE_TEST_SUITE_P(Checks, ColumnValidationTest, ::testing::ValuesIn(Layouts));
 
 } // namespace
 } // namespace Orvane::Testing
