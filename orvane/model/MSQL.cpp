@@ -150,4 +150,20 @@ QString FrequencyListQuery(const QString& orientation) {
            QStringLiteral(" AND a.frequency_id=b.frequency_id");
 }
 
+QString EntityByNameQuery(const QString& entityName) {
+    return QStringLiteral("SELECT entity_id, entity_label FROM qvn_entity WHERE entity_name = ") +
+           query().FormatLiteral(entityName);
+}
+
+QString FieldByNameQuery(qint32 entityId, const QString& fieldName) {
+    return QStringLiteral("SELECT field_id FROM qvd_dict_field WHERE entity_id = ") +
+           number(entityId) + QStringLiteral(" AND field_name = ") +
+           query().FormatLiteral(fieldName);
+}
+
+QString InsertFieldMapping(qint32 edsId, qint32 colId, qint32 fieldId) {
+    return QStringLiteral("INSERT INTO qvd_eds_def (eds_id, col_id, field_id) VALUES(") +
+           query().BuildValueList({edsId, colId, fieldId}) + QStringLiteral(")");
+}
+
 } // namespace Orvane::MSQL

@@ -45,4 +45,10 @@ QString FieldNameInUseQuery(qint32 entityId, const QString& name, qint32 fieldId
 QString TemplatesUsingFieldQuery(qint32 fieldId);
 QString FrequencyListQuery(const QString& orientation);
 
+// Looking up the dictionary by name, for definitions that travel as text.
+QString EntityByNameQuery(const QString& entityName);
+QString FieldByNameQuery(qint32 entityId, const QString& fieldName);
+// Maps a column to a field the dictionary already has.
+QString InsertFieldMapping(qint32 edsId, qint32 colId, qint32 fieldId);
+
 } // namespace Orvane::MSQL

@@ -3,6 +3,7 @@
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/OrvaneError.h"
+#include "studio/app/DefinitionTransfer.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/StudioDocumentType.h"
@@ -11,6 +12,9 @@
 
 #include <QAction>
 #include <QCloseEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QFileInfo>
 #include <QHeaderView>
 #include <QMenuBar>
 #include <QSplitter>
@@ -62,6 +66,8 @@ void MainWindow::createActions() {
     actSave = action("actSave", QStringLiteral("&Save"), QKeySequence::Save);
     actClose = action("actClose", QStringLiteral("&Close"), QKeySequence::Close);
     actDelete = action("actDelete", QStringLiteral("&Delete..."), QKeySequence::Delete);
+    actExport = action("actExport", tr("&Export..."), QKeySequence());
+    actImport = action("actImport", tr("&Import..."), QKeySequence());
 
     connect(actNewAscii, &QAction::triggered, this,
             [this] { NewDocument(StudioDocumentType::Ascii()); });
@@ -71,6 +77,8 @@ void MainWindow::createActions() {
     connect(actSave, &QAction::triggered, this, [this] { SaveCurrent(); });
     connect(actClose, &QAction::triggered, this, [this] { CloseDocument(CurrentDocument()); });
     connect(actDelete, &QAction::triggered, this, &MainWindow::DeleteSelected);
+    connect(actExport, &QAction::triggered, this, &MainWindow::chooseExportFile);
+    connect(actImport, &QAction::triggered, this, &MainWindow::chooseImportFiles);
 }
 
 void MainWindow::createMenusAndToolbar() {
@@ -78,6 +86,8 @@ void MainWindow::createMenusAndToolbar() {
     file->addActions({actNewAscii, actNewOdbc, actOpen});
     file->addSeparator();
     file->addActions({actSave, actClose, actDelete});
+    file->addSeparator();
+    file->addActions({actExport, actImport});
     file->addSeparator();
     QAction* quit = file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
@@ -217,6 +227,78 @@ void MainWindow::DeleteSelected() {
     RefreshDocuments();
 }
 
+void MainWindow::chooseExportFile() {
+    if (selectedDocumentId() <= 0)
+        return;
+    const QString path =
+        QFileDialog::getSaveFileName(this, tr("Export Data Source"),
+                                     documentTree->currentItem()->text(0) + QStringLiteral(".json"),
+                                     tr("Data source definitions (*.json)"));
+    if (!path.isEmpty())
+        ExportSelected(path);
+}
+
+void MainWindow::ExportSelected(const QString& path) {
+    const qint32 id = selectedDocumentId();
+    if (id <= 0)
+        return;
+    const QString name = documentTree->currentItem()->text(0);
+    guarded([&] {
+        QFile file(path);
+        const QByteArray text = DefinitionTransfer(*m_database).Export(id);
+        if (!file.open(QIODevice::WriteOnly | QIODevice::Truncate) || file.write(text) < 0)
+            throw Error(tr("Cannot write %1: %2").arg(path, file.errorString()));
+        statusBar()->showMessage(tr("Exported \"%1\" to %2").arg(name, path));
+    });
+}
+
+void MainWindow::chooseImportFiles() {
+    const QStringList paths = QFileDialog::getOpenFileNames(
+        this, tr("Import Data Sources"), QString(), tr("Data source definitions (*.json)"));
+    if (!paths.isEmpty())
+        ImportFiles(paths);
+}
+
+void MainWindow::ImportFiles(const QStringList& paths) {
+    QList<ImportInput> inputs;
+    for (const QString& path : paths) {
+        QFile file(path);
+        if (!file.open(QIODevice::ReadOnly)) {
+            app().MsgBox(tr("Cannot read %1: %2").arg(path, file.errorString()),
+                         MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr("Import Data Sources"));
+            return;
+        }
+        inputs.append({QFileInfo(path).fileName(), file.readAll()});
+    }
+    guarded([&] { importInputs(inputs); });
+}
+
+// A data source of the same name is replaced only when the user says so, and only once every
+// open document is closed, so that no window goes on showing a replaced one.
+void MainWindow::importInputs(const QList<ImportInput>& inputs) {
+    DefinitionTransfer transfer(*m_database);
+    ImportOutcome outcome = transfer.Import(inputs, false);
+    if (outcome.nameTaken && app().MsgBox(outcome.problems.join(QStringLiteral("\n")) +
+                                              tr("\n\nReplace the existing data sources?"),
+                                          MsgBoxButtons::YesNo, MsgBoxIcon::Question,
+                                          tr("Import Data Sources")) == MsgBoxResult::Yes) {
+        for (DocumentWindow* window : OpenDocuments()) {
+            if (!CloseDocument(window))
+                return;
+        }
+        outcome = transfer.Import(inputs, true);
+    } else if (outcome.nameTaken) {
+        return;
+    }
+    RefreshDocuments();
+    if (!outcome.Succeeded()) {
+        app().MsgBox(tr("Nothing was imported:\n") + outcome.problems.join(QStringLiteral("\n")),
+                     MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr("Import Data Sources"));
+        return;
+    }
+    statusBar()->showMessage(tr("Imported %1").arg(outcome.imported.join(QStringLiteral(", "))));
+}
+
 void MainWindow::removeDocument(qint32 documentId) {
     {
         TransactionScope transaction(*m_database);
@@ -265,6 +347,8 @@ void MainWindow::updateActions() {
     actClose->setEnabled(hasDocument);
     actOpen->setEnabled(hasSelection);
     actDelete->setEnabled(mayChange && hasSelection);
+    actExport->setEnabled(hasSelection);
+    actImport->setEnabled(mayChange);
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {

@@ -12,6 +12,7 @@ class QTreeWidgetItem;
 namespace Orvane::Studio {
 
 class DocumentWindow;
+struct ImportInput;
 class SqlQueryService;
 class StudioDocumentType;
 
@@ -32,6 +33,10 @@ public:
     bool SaveCurrent();
     bool CloseDocument(DocumentWindow* window);
     void DeleteSelected();
+    // The selected data source as a JSON file, and data sources from such files; the File menu
+    // asks for the files first.
+    void ExportSelected(const QString& path);
+    void ImportFiles(const QStringList& paths);
 
     DocumentWindow* CurrentDocument() const;
     QList<DocumentWindow*> OpenDocuments() const;
@@ -44,6 +49,8 @@ public:
     QAction* actSave = nullptr;
     QAction* actClose = nullptr;
     QAction* actDelete = nullptr;
+    QAction* actExport = nullptr;
+    QAction* actImport = nullptr;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -58,6 +65,9 @@ private:
     DocumentWindow* windowOf(qint32 documentId) const;
     qint32 selectedDocumentId() const;
     void removeDocument(qint32 documentId);
+    void chooseExportFile();
+    void chooseImportFiles();
+    void importInputs(const QList<ImportInput>& inputs);
     // Runs a command and shows any error it raises instead of letting it escape the event loop.
     void guarded(const std::function<void()>& command);
 

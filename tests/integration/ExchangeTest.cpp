@@ -1,0 +1,283 @@
+#include "studio/app/DefinitionTransfer.h"
+#include "studio/app/DocumentStore.h"
+#include "tests/integration/StudioDictionaryTest.h"
+
+#include "orvane/host/IRecordset.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace Orvane::Testing {
+
+namespace {
+
+using Studio::DefinitionTransfer;
+using Studio::ImportOutcome;
+
+// A site feed with what the demo sources lack: a new field with extra values, keys of two
+// entities, quotes and blanks in texts. In canonical form.
+const QByteArray SiteEnergy = R"json({
+    "columns": [
+        {
+            "name": "Time Stamp",
+            "position": 1,
+            "timeStamp": true,
+            "type": "Date"
+        },
+        {
+            "key": {
+                "entity": "Site",
+                "field": "Site_Code",
+                "ordinal": 1
+            },
+            "name": "SITE CODE",
+            "position": 2,
+            "timeStamp": false,
+            "type": "String"
+        },
+        {
+            "field": {
+                "dataType": "Float",
+                "description": "Energy the rectifiers delivered, kWh",
+                "elementAggregator": "Average",
+                "extra": {
+                    "Counter": "pmRectifierEnergy",
+                    "Vendor": "Acme O'Power"
+                },
+                "heading1": "Rectifier",
+                "heading2": "kWh",
+                "name": "Rectifier_Energy",
+                "style": 2,
+                "styleColour": 255,
+                "technologies": [
+                    "LTE",
+                    "NR"
+                ],
+                "timeAggregator": "Sum"
+            },
+            "key": {
+                "entity": "Region",
+                "field": "Region_Name",
+                "ordinal": 2
+            },
+            "name": "ENERGY",
+            "position": 3,
+            "timeStamp": false,
+            "type": "Float"
+        }
+    ],
+    "description": "Daily energy per site, \"as metered\"",
+    "entity": "Site",
+    "format": "orvane-eds/1",
+    "frequency": "Daily",
+    "name": "Site Energy",
+    "settings": {
+        "delimiter": ";",
+        "fileName": "/data/feeds/site energy.csv"
+    },
+    "timeSeries": true,
+    "type": "ASCII Data Source"
+}
+)json";
+
+// Every row that an import writes, as text, so that "unchanged" is checked row for row.
+const QList<std::pair<QString, QString>> WrittenTables{
+    {QStringLiteral("eds_document"), QStringLiteral("id, name, entity_id, frequency_id")},
+    {QStringLiteral("eds_ascii_file"), QStringLiteral("eds_id, filename, separator")},
+    {QStringLiteral("eds_odbc_file"), QStringLiteral("eds_id, db_server, table_name")},
+    {QStringLiteral("eds_column"), QStringLiteral("col_id, eds_id, col_name, col_position")},
+    {QStringLiteral("eds_primarykey"), QStringLiteral("pk_id, col_id, field_id, ordinal")},
+    {QStringLiteral("qvd_eds_def"), QStringLiteral("eds_id, col_id, field_id")},
+    {QStringLiteral("qvd_dict_name"), QStringLiteral("field_id, entity_id, name")},
+};
+
+QByteArray edited(const QByteArray& text, const std::function<void(QJsonObject&)>& edit) {
+    QJsonObject top = QJsonDocument::fromJson(text).object();
+    edit(top);
+    return QJsonDocument(top).toJson();
+}
+
+} // namespace
+
+class ExchangeTest : public StudioDictionaryTest {
+protected:
+    QStringList rows() {
+        QStringList all;
+        for (const auto& [table, columns] : WrittenTables) {
+            const QStringList names = columns.split(QStringLiteral(", "));
+            const auto rst = db->OpenRecordset(
+                QStringLiteral("SELECT %1 FROM %2 ORDER BY 1, 2").arg(columns, table));
+            for (; rst && !rst->Eof(); rst->MoveNext()) {
+                QString row = table;
+                for (const QString& name : names)
+                    row += QLatin1Char('|') + rst->Value(name).toString();
+                all << row;
+            }
+        }
+        return all;
+    }
+
+    QMap<QString, QByteArray> exportAll() {
+        QMap<QString, QByteArray> files;
+        DefinitionTransfer transfer(*db);
+        for (const auto& document : transfer.List())
+            files.insert(document.name, transfer.Export(document.id));
+        return files;
+    }
+
+    ImportOutcome import(const QList<QByteArray>& texts, bool replace = false) {
+        QList<Studio::ImportInput> inputs;
+        for (const QByteArray& text : texts)
+            inputs.append({QString(), text});
+        return DefinitionTransfer(*db).Import(inputs, replace);
+    }
+};
+
+INSTANTIATE_TEST_SUITE_P(Databases, ExchangeTest, AllDatabases(), targetName);
+
+TEST_P(ExchangeTest, DemoSourcesSurviveExportDeleteImportByteForByte) {
+    db->ExecuteStatement(QStringLiteral("UPDATE eds_odbc_file SET db_password = 'S3cret!'"));
+    const QMap<QString, QByteArray> before = exportAll();
+    ASSERT_EQ(before.size(), 2);
+    for (const QByteArray& text : before)
+        EXPECT_FALSE(text.contains("S3cret!")) << text.constData();
+    Studio::DocumentStore store(*db);
+    for (const auto& document : store.List())
+        ASSERT_TRUE(store.Delete(document.id));
+    ASSERT_EQ(count(QStringLiteral("eds_document")), 0);
+
+    const ImportOutcome outcome = import(before.values());
+    ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(exportAll(), before);
+}
+
+TEST_P(ExchangeTest, NewFieldsKeysAndTextsRoundTripInCanonicalForm) {
+    const ImportOutcome outcome = import({SiteEnergy});
+    ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(exportAll().value(QStringLiteral("Site Energy")), SiteEnergy);
+    EXPECT_EQ(count(QStringLiteral("qvd_dict_name"), QStringLiteral("name = 'Rectifier_Energy'")),
+              1);
+    EXPECT_EQ(count(QStringLiteral("eds_primarykey")), 4);
+}
+
+TEST_P(ExchangeTest, ReplacingNeedsConsentAndAFieldTheDictionaryHasIsReused) {
+    const QByteArray cell = exportAll().value(QStringLiteral("Cell Traffic Feed"));
+    const QStringList unchanged = rows();
+    ImportOutcome outcome = import({cell});
+    EXPECT_TRUE(outcome.nameTaken);
+    EXPECT_EQ(rows(), unchanged);
+
+    outcome = import({cell}, true);
+    ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(count(QStringLiteral("eds_document"), QStringLiteral("name = 'Cell Traffic Feed'")),
+              1);
+
+    // A copy under another name maps its column to the same HO_Attempts, creating nothing.
+    const qint32 fields = count(QStringLiteral("qvd_field_def"));
+    outcome = import({edited(cell, [](QJsonObject& top) {
+        top[QStringLiteral("name")] = QStringLiteral("Cell Traffic Copy");
+    })});
+    ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();
+    EXPECT_EQ(count(QStringLiteral("qvd_field_def")), fields);
+    EXPECT_EQ(count(QStringLiteral("qvd_eds_def d, qvd_dict_name n"),
+                    QStringLiteral("d.field_id = n.field_id AND n.name = 'HO_Attempts'")),
+              2);
+}
+
+TEST_P(ExchangeTest, RefusedFilesListTheirProblemsAndChangeNothing) {
+    const auto set = [](const QString& key, const QJsonValue& value) {
+        return [=](QJsonObject& top) { top[key] = value; };
+    };
+    const auto setInColumn = [](int index, const QString& key, const QJsonValue& value) {
+        return [=](QJsonObject& top) {
+            QJsonArray columns = top[QStringLiteral("columns")].toArray();
+            QJsonObject column = columns[index].toObject();
+            column[key] = value;
+            columns[index] = column;
+            top[QStringLiteral("columns")] = columns;
+        };
+    };
+    const struct {
+        const char* what;
+        QByteArray text;
+        QStringList expected; // texts the problems must hold, in order
+        QByteArray goodFileBefore = {};
+    } cases[] = {
+        {"not JSON", "{\"format\": \"orvane-eds/1\",", {QStringLiteral("not JSON")}},
+        {"another version",
+         edited(SiteEnergy, set("format", QStringLiteral("orvane-eds/2"))),
+         {QStringLiteral("format: \"orvane-eds/2\" is not supported")}},
+        {"unknown entity and frequency",
+         edited(SiteEnergy,
+                [&](QJsonObject& top) {
+                    set("entity", QStringLiteral("Antenna"))(top);
+                    set("frequency", QStringLiteral("Monthly"))(top);
+                }),
+         {QStringLiteral("entity: there is no entity named \"Antenna\""),
+          QStringLiteral("frequency: there is no frequency \"Monthly\"")}},
+        {"entity closed to external data",
+         edited(SiteEnergy, set("entity", QStringLiteral("Region"))),
+         {QStringLiteral("entity: the entity \"Region\" may not be used")}},
+        {"unknown key field",
+         edited(SiteEnergy,
+                setInColumn(
+                    1, "key",
+                    QJsonObject{{"entity", "Site"}, {"field", "Site_Colour"}, {"ordinal", 1}})),
+         {QStringLiteral(
+             "columns[1].key.field: the entity \"Site\" has no field \"Site_Colour\"")}},
+        {"field neither known nor defined",
+         edited(SiteEnergy, setInColumn(2, "field", QJsonObject{{"name", "Rectifier_Power"}})),
+         {QStringLiteral("columns[2].field.name: the entity \"Site\" has no field "
+                         "\"Rectifier_Power\"")}},
+        {"new field against the field editor's rules",
+         edited(SiteEnergy, setInColumn(2, "field",
+                                        QJsonObject{{"name", "Rectifier_Power"},
+                                                    {"dataType", "Date"},
+                                                    {"technologies", QJsonArray{"GSM", "WiMAX"}},
+                                                    {"timeAggregator", "Minimum"},
+                                                    {"elementAggregator", "Sum"},
+                                                    {"extra", QJsonObject{{"Unit", "kW"}}}})),
+         {QStringLiteral("columns[2].field.technologies[1]: there is no technology \"WiMAX\""),
+          QStringLiteral("columns[2].field.dataType: a field's data type is Integer, Float or"),
+          QStringLiteral("columns[2].field.timeAggregator: \"Minimum\" over time with \"Sum\""),
+          QStringLiteral("columns[2].field.extra.Unit: the dictionary has no extra column")}},
+        {"form errors together",
+         edited(SiteEnergy,
+                [&](QJsonObject& top) {
+                    setInColumn(0, "position", 501)(top);
+                    setInColumn(1, "type", QStringLiteral("Text"))(top);
+                    setInColumn(2, "name", QStringLiteral("time stamp"))(top);
+                    set("settings", QJsonObject{{"delimiter", ";"},
+                                                {"fileName", "x.csv"},
+                                                {"password", "secret"}})(top);
+                }),
+         {QStringLiteral("settings.password: a password is never kept"),
+          QStringLiteral("columns[0].position: must be a whole number from 1 to 500"),
+          QStringLiteral("columns[1].type: \"Text\" is not one of"),
+          QStringLiteral("columns[2].name: another column is named \"time stamp\"")}},
+        // A good file goes first and is written, then rolled back with the rest.
+        {"a good file before a bad one",
+         edited(SiteEnergy,
+                [&](QJsonObject& top) {
+                    set("name", QStringLiteral("Site Energy Copy"))(top);
+                    set("entity", QStringLiteral("Antenna"))(top);
+                }),
+         {QStringLiteral("entity: there is no entity named \"Antenna\"")},
+         SiteEnergy},
+    };
+    const QStringList unchanged = rows();
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        const ImportOutcome outcome =
+            c.goodFileBefore.isEmpty() ? import({c.text}) : import({c.goodFileBefore, c.text});
+        ASSERT_EQ(outcome.problems.size(), c.expected.size())
+            << outcome.problems.join(QLatin1Char('\n')).toStdString();
+        for (qsizetype i = 0; i < c.expected.size(); ++i)
+            EXPECT_TRUE(outcome.problems[i].contains(c.expected[i]))
+                << outcome.problems[i].toStdString();
+        EXPECT_EQ(rows(), unchanged);
+    }
+}
+
+} // namespace Orvane::Testing
