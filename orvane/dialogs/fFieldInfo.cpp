@@ -8,6 +8,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/host/XTechnologies.h"
 #include "orvane/model/ColumnSave.h"
+#include "orvane/model/FieldNameRule.h"
 #include "orvane/widgets/ControlState.h"
 #include "orvane/widgets/ErrorReport.h"
 
@@ -52,15 +53,6 @@ QString dataTypeWord(const QString& code) {
             return word;
     }
     return QString();
-}
-
-bool isAsciiLetter(QChar c) {
-    return (c >= QLatin1Char('A') && c <= QLatin1Char('Z')) ||
-           (c >= QLatin1Char('a') && c <= QLatin1Char('z'));
-}
-
-bool isAsciiDigit(QChar c) {
-    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
 }
 
 // A list whose drop-down part reports that it opens: opening it counts as an edit.
@@ -126,17 +118,7 @@ QString fFieldInfo::IAppForm_HelpContextName() const {
 }
 
 bool fFieldInfo::IsValidFieldName(const QString& name, qint32 maxLength) {
-    if (name.isEmpty() || name.size() > maxLength)
-        return false;
-    const QChar first = name.front();
-    if (first != QLatin1Char('_') && !isAsciiLetter(first))
-        return false;
-    for (qsizetype i = 1; i < name.size(); ++i) {
-        const QChar c = name.at(i);
-        if (c != QLatin1Char('_') && c != QLatin1Char('%') && !isAsciiLetter(c) && !isAsciiDigit(c))
-            return false;
-    }
-    return true;
+    return name.size() <= maxLength && mOrvane::FollowsFieldNameRule(name);
 }
 
 // Controls

@@ -1,11 +1,11 @@
 #include "orvane/exchange/DefinitionJson.h"
 
 #include "orvane/model/DataTypes.h"
+#include "orvane/model/FieldNameRule.h"
 
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
-#include <QRegularExpression>
 #include <QSet>
 #include <cmath>
 
@@ -16,12 +16,6 @@ namespace {
 constexpr qint32 MaxPosition = 500;
 const QString AsciiType = QStringLiteral("ASCII Data Source");
 const QString OdbcType = QStringLiteral("ODBC Data Source");
-
-// The field editor's name rule, its length aside (the dictionary sets that).
-bool followsFieldNameRule(const QString& name) {
-    static const QRegularExpression rule(QStringLiteral("^[A-Za-z_][A-Za-z0-9_%]*$"));
-    return rule.match(name).hasMatch();
-}
 
 bool isTypeWord(const QString& word) {
     return !word.isEmpty() && mOrvane::DataTypeList.split(QLatin1Char('\t')).contains(word);
@@ -214,7 +208,7 @@ FieldReference fieldOf(const QJsonObject& object, const QString& path,
                        QList<ExchangeProblem>& problems) {
     const ObjectReader reader(object, path, problems);
     FieldReference field{reader.Text(QStringLiteral("name")), std::nullopt};
-    if (!field.name.isEmpty() && !followsFieldNameRule(field.name.trimmed()))
+    if (!field.name.isEmpty() && !mOrvane::FollowsFieldNameRule(field.name.trimmed()))
         reader.Problem(QStringLiteral("name"),
                        QStringLiteral("\"%1\" is no field name: it must begin with a letter or _ "
                                       "and go on with letters, digits, %% or _")
