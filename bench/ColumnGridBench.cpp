@@ -6,8 +6,8 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
+#include "bench/QtBenchmarkApp.h"
 #include "bench/RatioReporter.h"
-#include <QApplication>
 #include <QTableView>
 #include <QTableWidget>
 #include <array>
@@ -103,16 +103,11 @@ BENCHMARK(BM_BareTableFill)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    QtBenchmarkApp app(argc, argv);
+    if (!app.Ready())
         return 1;
     RatioReporter reporter(
         {{"column grid fill / bare QTableWidget fill (" + std::to_string(ColumnCount) + " columns)",
           GridFill, BareFill}});
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    return 0;
+    return app.Run(reporter);
 }

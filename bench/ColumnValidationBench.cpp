@@ -7,7 +7,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 
 #include "bench/GrowthReporter.h"
-#include <QApplication>
+#include "bench/QtBenchmarkApp.h"
 
 #include <benchmark/benchmark.h>
 #include <memory>
@@ -85,14 +85,9 @@ BENCHMARK(BM_IsValid)->Arg(500)->Arg(2000)->Arg(10000)->Unit(benchmark::kMillise
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    QtBenchmarkApp app(argc, argv);
+    if (!app.Ready())
         return 1;
     GrowthReporter reporter("IsValid", "BM_IsValid");
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    benchmark::Shutdown();
-    return 0;
+    return app.Run(reporter);
 }

@@ -22,8 +22,8 @@
 #include "studio/dictionary/DictionaryService.h"
 #include "studio/widgets/StudioWidgetFactory.h"
 
+#include "bench/QtBenchmarkApp.h"
 #include "bench/RatioReporter.h"
-#include <QApplication>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -323,11 +323,8 @@ BENCHMARK(BM_DirectSaveStatements)->Unit(benchmark::kMillisecond);
 } // namespace
 
 int main(int argc, char** argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv))
+    QtBenchmarkApp app(argc, argv);
+    if (!app.Ready())
         return 1;
     {
         Bench setUp;
@@ -339,9 +336,8 @@ int main(int argc, char** argv) {
             {"SaveData of 500 new columns / its statements through Qt Sql", LibrarySave,
              DirectSave},
         });
-        benchmark::RunSpecifiedBenchmarks(&reporter);
+        app.Run(reporter);
         bench = nullptr;
     }
-    benchmark::Shutdown();
     return 0;
 }
