@@ -34,6 +34,8 @@ void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& to
     cboFrequency = new QComboBox(parent);
     cboFrequency->setObjectName(QStringLiteral("cboFrequency"));
     cboFrequency->setToolTip(toolTip);
+    // Wide enough for a frequency's name even while none is selected.
+    cboFrequency->setMinimumContentsLength(12);
     connect(cboFrequency, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
 }
 
