@@ -20,12 +20,12 @@ bool IsValidFileName(const QString& text) {
     return true;
 }
 
-int FilterFileNameKey(int keyAscii) {
-    if (keyAscii == EnterKey)
+int FilterFileNameKey(int code) {
+    if (code == EnterKey)
         return 0;
-    if (keyAscii > 0 && keyAscii <= 0xFFFF && InvalidFileChars.contains(QChar(keyAscii)))
+    if (code > 0 && code <= 0xFFFF && InvalidFileChars.contains(QChar(code)))
         return 0;
-    return keyAscii;
+    return code;
 }
 
 } // namespace mOrvane

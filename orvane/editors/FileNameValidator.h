@@ -9,12 +9,13 @@ namespace mOrvane {
 
 // The nine characters a file name may not contain, in this order.
 inline const QString InvalidFileChars = QStringLiteral("\\*?\"'<>|;");
-constexpr int EnterKey = 13;
+// The character code Enter types: a carriage return.
+constexpr int EnterKey = QChar::CarriageReturn;
 
 bool FileNameHasBadChar(const QString& text);
 bool IsValidFileName(const QString& text);
 // 0 (the keystroke is discarded) for a forbidden character or Enter; else the code unchanged.
-int FilterFileNameKey(int keyAscii);
+int FilterFileNameKey(int code);
 
 } // namespace mOrvane
 
