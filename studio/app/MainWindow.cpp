@@ -103,6 +103,10 @@ void MainWindow::createPanes() {
     documentTree->setHeaderLabels(
         {QStringLiteral("Name"), QStringLiteral("Entity"), QStringLiteral("Time Series")});
     documentTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
+    // Del deletes a stored data source only where the data sources are listed: pressed in a
+    // document's grid or text boxes it must never reach this command.
+    actDelete->setShortcutContext(Qt::WidgetWithChildrenShortcut);
+    documentTree->addAction(actDelete);
     m_asciiCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ASCII Data Sources")});
     m_odbcCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ODBC Data Sources")});
 

@@ -609,9 +609,16 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     ASSERT_GT(id, 0);
     const QString ofDocument = QStringLiteral("eds_id = %1").arg(id);
 
+    // Del in the document's grid is the grid's; in the list of data sources it deletes one.
+    studio->activateWindow();
+    ASSERT_TRUE(QTest::qWaitForWindowActive(studio.get()));
     studio->documentTree->setCurrentItem(listed("Cell Counters"));
+    grid(*doc).setFocus();
+    QTest::keyClick(&grid(*doc), Qt::Key_Delete);
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
     app->msgBoxAnswers = {MsgBoxResult::No};
-    studio->actDelete->trigger();
+    studio->documentTree->setFocus();
+    QTest::keyClick(studio->documentTree, Qt::Key_Delete);
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes.last().prompt,
               "Delete the data source \"Cell Counters\" with all its columns?");
