@@ -145,7 +145,7 @@ TEST_F(DataSourcesDataTest, SaveDataChoosesThePathAndReloadsTheEntity) {
     EXPECT_EQ(app->pointer, DefaultPointer);
     EXPECT_TRUE(doc.IsNew()); // the host decides when the document stops being new
 
-    query->clearLog();
+    query->log.clear();
     doc.setIsNew(false);
     doc.Columns()->Item("A")->setDirty(true);
     doc.SaveData();

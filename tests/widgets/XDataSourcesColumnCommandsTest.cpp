@@ -115,7 +115,7 @@ TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMa
     query->Answer("a.Field_Id = 13", {Row{{"TemplateId", 5}}});
     app->inputAnswers = {"New"};
     trigger("Add");
-    query->clearLog();
+    query->log.clear();
     trigger("Delete");
     EXPECT_EQ(columns->Item("New"), nullptr);
     EXPECT_TRUE(query->log.isEmpty()) << "no template check for an unsaved column";
