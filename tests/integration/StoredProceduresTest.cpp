@@ -42,13 +42,6 @@ protected:
             ids << db->ValueAsLong(rst->Value("tech_id"));
         return ids;
     }
-
-    // A second column of the demo document maps the demo's EXT field 28 as well.
-    void mapField28Twice() {
-        db->ExecuteStatement(MSQL::InsertColumn(201, 1, "HO_AGAIN", "I", 5, "N", 5));
-        db->ExecuteStatement("INSERT INTO qvd_eds_def (eds_id, col_id, field_id) "
-                             "VALUES(1, 201, 28)");
-    }
 };
 
 INSTANTIATE_TEST_SUITE_P(Databases, StoredProceduresTest, AllDatabases(), targetName);
@@ -132,26 +125,26 @@ TEST_P(StoredProceduresTest, DeleteColumnTakesItsKeyItsMappingAndItsUnusedExtern
     EXPECT_EQ(count("eds_column"), columns);
 }
 
-TEST_P(StoredProceduresTest, DeleteColumnKeepsAnExternalFieldAnotherColumnMaps) {
-    mapField28Twice();
-    db->CallProcedure(MSQL::DeleteColumnProcedure, {integer(3)});
-    EXPECT_EQ(count("qvd_field_def", "field_id = 28"), 1);
-    db->CallProcedure(MSQL::DeleteColumnProcedure, {integer(201)});
-    EXPECT_EQ(count("qvd_field_def", "field_id = 28"), 0);
-}
-
-TEST_P(StoredProceduresTest, TemplateUseQuerySeesTheTemplatesOfAMappedField) {
+// Two columns map the demo's EXT field 28: the template query joins each template twice, and
+// the field outlives the first column deleted.
+TEST_P(StoredProceduresTest, AFieldTwoColumnsMapIsSeenOnceByTemplatesAndKeptByTheFirstDelete) {
     EXPECT_FALSE(ColumnSave::FieldInTemplates(28));
-    // Two columns map the field, so each template joins twice: UNIQUE keeps one row of each.
-    mapField28Twice();
+    db->ExecuteStatement(MSQL::InsertColumn(201, 1, "HO_AGAIN", "I", 5, "N", 5));
+    db->ExecuteStatement("INSERT INTO qvd_eds_def (eds_id, col_id, field_id) VALUES(1, 201, 28)");
     db->ExecuteStatement("INSERT INTO pm_templatefield (templateid, field_id) VALUES(1, 28)");
     db->ExecuteStatement("INSERT INTO pm_templatefield (templateid, field_id) VALUES(2, 28)");
     qint32 rows = 0;
     for (auto rst = db->OpenRecordset(MSQL::TemplatesUsingFieldQuery(28)); !rst->Eof();
          rst->MoveNext())
         ++rows;
-    EXPECT_EQ(rows, 2);
+    EXPECT_EQ(rows, 2) << "UNIQUE keeps one row of each template";
     EXPECT_TRUE(ColumnSave::FieldInTemplates(28));
+
+    db->ExecuteStatement("DELETE FROM pm_templatefield WHERE field_id = 28");
+    db->CallProcedure(MSQL::DeleteColumnProcedure, {integer(3)});
+    EXPECT_EQ(count("qvd_field_def", "field_id = 28"), 1);
+    db->CallProcedure(MSQL::DeleteColumnProcedure, {integer(201)});
+    EXPECT_EQ(count("qvd_field_def", "field_id = 28"), 0);
 }
 
 } // namespace Orvane::Testing

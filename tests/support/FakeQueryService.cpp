@@ -24,10 +24,6 @@ QStringList FakeQueryService::executed() const {
     return statements;
 }
 
-void FakeQueryService::clearLog() {
-    log.clear();
-}
-
 void FakeQueryService::failIfScripted(const QString& statement) const {
     for (const auto& [fragment, message] : m_failures) {
         if (statement.contains(fragment))

@@ -29,7 +29,6 @@ public:
 
     QStringList log;
     QStringList executed() const; // only the EXEC statements
-    void clearLog();
 
     std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,
                                               qint32 timeoutSeconds = 60) override;

@@ -32,28 +32,18 @@ struct Case {
 class OracleDialectBridgeTest : public FakeHostTest {};
 
 TEST_F(OracleDialectBridgeTest, TheLibrarysColumnQueryBecomesLeftJoins) {
-    const QString joins =
-        " FROM eds_column a"
-        " LEFT JOIN qvd_eds_def b ON b.col_id = a.col_id AND b.eds_id = a.eds_id"
-        " LEFT JOIN eds_primarykey e ON e.eds_id = a.eds_id AND e.col_id = a.col_id"
-        " LEFT JOIN qvd_dict_name f ON e.field_id = f.field_id"
-        " LEFT JOIN qvn_entity g ON f.entity_id = g.entity_id"
-        " WHERE a.EDS_Id = 7 ORDER BY";
-    const QString selectList =
-        "SELECT a.col_id, a.col_name, a.col_type, a.col_position, b.Field_id, "
-        "e.pk_id, e.field_id pkFld_id, e.ordinal, f.entity_id pkEntity_id, "
-        "f.name pkFld_name, g.entity_name pkEntity_name, "
-        "g.entity_label pkEntity_label, a.is_timestamp TimeStamp";
-
-    const QString current = MSQL::ColumnQuery(7);
-    const std::string ansi = translated(current);
-    EXPECT_EQ(ansi, text(selectList + QStringLiteral(", a.editor_position") + joins +
-                         QStringLiteral(" a.editor_position")));
-    EXPECT_EQ(translated(QString::fromStdString(ansi)), ansi);
-
-    query->editorPosition = false;
+    // The schema forms differ only in the editor position, which the statement tests compare.
     EXPECT_EQ(translated(MSQL::ColumnQuery(7)),
-              text(selectList + joins + QStringLiteral(" a.col_position")));
+              "SELECT a.col_id, a.col_name, a.col_type, a.col_position, b.Field_id, "
+              "e.pk_id, e.field_id pkFld_id, e.ordinal, f.entity_id pkEntity_id, "
+              "f.name pkFld_name, g.entity_name pkEntity_name, "
+              "g.entity_label pkEntity_label, a.is_timestamp TimeStamp, a.editor_position"
+              " FROM eds_column a"
+              " LEFT JOIN qvd_eds_def b ON b.col_id = a.col_id AND b.eds_id = a.eds_id"
+              " LEFT JOIN eds_primarykey e ON e.eds_id = a.eds_id AND e.col_id = a.col_id"
+              " LEFT JOIN qvd_dict_name f ON e.field_id = f.field_id"
+              " LEFT JOIN qvn_entity g ON f.entity_id = g.entity_id"
+              " WHERE a.EDS_Id = 7 ORDER BY a.editor_position");
 }
 
 TEST_F(OracleDialectBridgeTest, StatementsWithoutOracleSyntaxPassUnchanged) {

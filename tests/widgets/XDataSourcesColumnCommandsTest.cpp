@@ -115,7 +115,7 @@ TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMa
     query->Answer("a.Field_Id = 13", {Row{{"TemplateId", 5}}});
     app->inputAnswers = {"New"};
     trigger("Add");
-    query->clearLog();
+    query->log.clear();
     trigger("Delete");
     EXPECT_EQ(columns->Item("New"), nullptr);
     EXPECT_TRUE(query->log.isEmpty()) << "no template check for an unsaved column";
@@ -173,9 +173,7 @@ TEST_F(ColumnCommandsTest, ClearingKeepsTheKeyOnlyOfAColumnWithAStoredField) {
     EXPECT_EQ(gridRow(6), QStringList({"1", "", ""}));
     EXPECT_EQ(c->Position(), 3) << "the model keeps it until the user types one";
     EXPECT_FALSE(enabled("DelKey"));
-    EXPECT_FALSE(editor().IsValid("Save"));
-    EXPECT_EQ(messages().last(), "Column 2 has no position specified.\r\n"
-                                 "A unique position between 1 and 500 must be specified");
+    EXPECT_FALSE(editor().IsValid("Save")) << "for want of a position";
 }
 
 TEST_F(ColumnCommandsTest, ToolbarAndPopUpsFollowTheColumnsKeyAndField) {
