@@ -69,7 +69,7 @@ TEST(CommandLineTest, ExportsAllImportsIntoAnotherDatabaseAndSaysHowItWent) {
     EXPECT_TRUE(list.out.contains("Cell Traffic Feed\tASCII Data Source\tCell"));
 
     const ProgramRun one = studio({QStringLiteral("--database"), first, QStringLiteral("export"),
-                            QStringLiteral("trunk group export")});
+                                   QStringLiteral("trunk group export")});
     EXPECT_EQ(one.status, 0);
     EXPECT_TRUE(one.out.contains("\"table\": \"TG_COUNTERS\""));
 
