@@ -6,6 +6,7 @@
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IDocumentType.h"
+#include "orvane/host/IEntity.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesColumnsState.h"
@@ -15,6 +16,7 @@
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
+#include <QLabel>
 #include <QVBoxLayout>
 
 namespace Orvane::Studio {
@@ -36,7 +38,10 @@ DocumentWindow::DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQuer
     , m_database(database)
     , m_store(std::make_unique<DocumentStore>(database)) {
     setObjectName(QStringLiteral("DocumentWindow"));
-    new QVBoxLayout(this);
+    lblEntity = new QLabel(this);
+    lblEntity->setObjectName(QStringLiteral("lblEntity"));
+    auto* page = new QVBoxLayout(this);
+    page->addWidget(lblEntity);
 }
 
 DocumentWindow::~DocumentWindow() = default;
@@ -63,6 +68,8 @@ DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& databas
 
 void DocumentWindow::showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew) {
     m_document = std::move(document);
+    const auto& entity = m_document->Entity();
+    lblEntity->setText(tr("Entity: %1").arg(entity ? entity->Entity_Label() : QString()));
     createEditors();
     initializeSettings(isNew);
     columnEditor->setAppName(m_type->TypeName());
@@ -85,7 +92,8 @@ void DocumentWindow::createEditors() {
     columnEditor = new XDataSourcesColumn(this);
     layout()->addWidget(settingsEditor());
     layout()->addWidget(columnEditor);
-    static_cast<QVBoxLayout*>(layout())->setStretch(1, 1);
+    // The entity label, the settings, then the grid, which takes the room left.
+    static_cast<QVBoxLayout*>(layout())->setStretch(2, 1);
 
     connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
             &DocumentWindow::settingsChanged);

@@ -3,6 +3,8 @@
 #include <QWidget>
 #include <memory>
 
+class QLabel;
+
 namespace Orvane {
 class CDataSourcesData;
 class SourceSettingsEditor;
@@ -46,6 +48,8 @@ public:
     XDataSourcesGen* asciiEditor = nullptr;
     XDataSourcesODBC* odbcEditor = nullptr;
     XDataSourcesColumn* columnEditor = nullptr;
+    // The entity whose rows the data source describes: chosen once, shown above the settings.
+    QLabel* lblEntity = nullptr;
 
 signals:
     void modifiedChanged(bool modified);

@@ -201,6 +201,8 @@ bool MainWindow::SaveCurrent() {
     bool saved = false;
     if (window)
         guarded([&] { saved = window->Save(); });
+    if (saved)
+        statusBar()->showMessage(tr("Saved \"%1\"").arg(window->Title()));
     return saved;
 }
 

@@ -25,6 +25,7 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
 #include <QTest>
@@ -365,6 +366,7 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(app->inputBoxes[2].title, "Save ASCII Data Source");
     EXPECT_FALSE(doc->IsModified());
     EXPECT_EQ(studio->documentTabs->tabText(0), "Cell Counters");
+    EXPECT_EQ(studio->statusBar()->currentMessage(), "Saved \"Cell Counters\"");
     EXPECT_TRUE(closeCurrent());
     EXPECT_EQ(studio->documentTabs->count(), 0);
 
@@ -377,6 +379,7 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     DocumentWindow* reopened = reopen("Cell Counters");
     ASSERT_TRUE(reopened);
     EXPECT_FALSE(reopened->IsModified());
+    EXPECT_EQ(reopened->lblEntity->text(), "Entity: Cell");
     const XDataSourcesGen& settings = *reopened->asciiEditor;
     EXPECT_EQ(settings.Eds_Description(), "Cell counters, O'Brien's export");
     EXPECT_EQ(settings.Eds_File(), "/data/cells.csv");
