@@ -68,6 +68,7 @@ void MainWindow::createActions() {
     actDelete = action("actDelete", QStringLiteral("&Delete..."), QKeySequence::Delete);
     actExport = action("actExport", tr("&Export..."), QKeySequence());
     actImport = action("actImport", tr("&Import..."), QKeySequence());
+    actHelp = action("actHelp", tr("&User Guide"), QKeySequence::HelpContents);
 
     connect(actNewAscii, &QAction::triggered, this,
             [this] { NewDocument(StudioDocumentType::Ascii()); });
@@ -79,6 +80,11 @@ void MainWindow::createActions() {
     connect(actDelete, &QAction::triggered, this, &MainWindow::DeleteSelected);
     connect(actExport, &QAction::triggered, this, &MainWindow::chooseExportFile);
     connect(actImport, &QAction::triggered, this, &MainWindow::chooseImportFiles);
+    // The page of what the user is looking at: the open document's kind, else the main window.
+    connect(actHelp, &QAction::triggered, this, [this] {
+        DocumentWindow* document = CurrentDocument();
+        app().ShowHelp(document ? document->Type()->TypeName() : QStringLiteral("MainWindow"));
+    });
 }
 
 void MainWindow::createMenusAndToolbar() {
@@ -91,6 +97,8 @@ void MainWindow::createMenusAndToolbar() {
     file->addSeparator();
     QAction* quit = file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
+
+    menuBar()->addMenu(tr("&Help"))->addAction(actHelp);
 
     QToolBar* toolbar = addToolBar(QStringLiteral("Documents"));
     toolbar->setObjectName(QStringLiteral("tbDocuments"));

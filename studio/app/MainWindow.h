@@ -51,6 +51,7 @@ public:
     QAction* actDelete = nullptr;
     QAction* actExport = nullptr;
     QAction* actImport = nullptr;
+    QAction* actHelp = nullptr;
 
 protected:
     void closeEvent(QCloseEvent* event) override;

@@ -1,5 +1,7 @@
 #include "studio/app/StudioApplication.h"
 
+#include "studio/app/HelpBrowser.h"
+
 #include <QApplication>
 #include <QDialog>
 #include <QInputDialog>
@@ -90,13 +92,20 @@ int StudioApplication::ShowModal(QDialog& dialog) {
     return dialog.exec();
 }
 
+// One guide window; opened from a modal dialog it belongs to that dialog, which would otherwise
+// block it.
 void StudioApplication::ShowHelp(const QString& helpContextName) {
-    QMessageBox::information(
-        m_mainWindow, QStringLiteral("Help"),
-        QStringLiteral("%1\n\nOrvane Studio defines External Data Sources: the source's "
-                       "settings on the left, its columns in the grid below. Right-click the grid "
-                       "for the column, field and key commands.")
-            .arg(helpContextName));
+    QWidget* owner = QApplication::activeModalWidget();
+    if (!owner)
+        owner = m_mainWindow;
+    if (!m_help || m_help->parentWidget() != owner) {
+        delete m_help;
+        m_help = new HelpBrowser(owner);
+        m_help->setAttribute(Qt::WA_DeleteOnClose);
+    }
+    m_help->ShowPage(helpContextName);
+    m_help->show();
+    m_help->raise();
 }
 
 // The Studio keeps no window list, so a form needs no bookkeeping while it is loaded.

@@ -2,9 +2,13 @@
 
 #include "orvane/host/IApplication.h"
 
+#include <QPointer>
+
 class QWidget;
 
 namespace Orvane::Studio {
+
+class HelpBrowser;
 
 // The Studio's application object: real message and input boxes, the busy cursor, modal shows
 // and help, for the library's controls and dialogs.
@@ -33,6 +37,7 @@ private:
     qint32 m_ownerId;
     qint32 m_pointer = DefaultPointer;
     QWidget* m_mainWindow = nullptr;
+    QPointer<HelpBrowser> m_help;
 };
 
 } // namespace Orvane::Studio

@@ -380,6 +380,9 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     ASSERT_TRUE(reopened);
     EXPECT_FALSE(reopened->IsModified());
     EXPECT_EQ(reopened->lblEntity->text(), "Entity: Cell");
+    reopened->columnEditor->setFocus();
+    studio->actHelp->trigger();
+    EXPECT_EQ(app->helpShown, QStringList{"ASCII Data Source"});
     const XDataSourcesGen& settings = *reopened->asciiEditor;
     EXPECT_EQ(settings.Eds_Description(), "Cell counters, O'Brien's export");
     EXPECT_EQ(settings.Eds_File(), "/data/cells.csv");

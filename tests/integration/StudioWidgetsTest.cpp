@@ -1,4 +1,6 @@
 #include "orvane/host/IField.h"
+#include "studio/app/HelpBrowser.h"
+#include "studio/app/StudioApplication.h"
 #include "studio/widgets/TechnologiesChecklist.h"
 #include "studio/widgets/TemplateTree.h"
 #include "tests/integration/StudioDictionaryTest.h"
@@ -6,6 +8,7 @@
 
 #include <QCheckBox>
 #include <QSignalSpy>
+#include <QTextBrowser>
 #include <QTreeWidget>
 
 namespace Orvane::Testing {
@@ -128,6 +131,29 @@ TEST_P(StudioWidgetsTest, ChecklistHoldsTheDictionaryTechnologies) {
     EXPECT_EQ(checklist.TechnologyMask(), 6);
     checklist.setTechnologies(QString());
     EXPECT_EQ(checklist.TechnologyMask(), 0);
+}
+
+// The user guide opens on the page of the window it is asked from, in one window.
+TEST(StudioHelpTest, EachWindowHasItsPage) {
+    QWidget mainWindow;
+    Studio::StudioApplication studio;
+    studio.setMainWindow(&mainWindow);
+    const std::pair<const char*, const char*> pages[] = {
+        {"ODBC Data Source", "odbc.html"},
+        {"ASCII Data Source", "ascii.html"},
+        {"fFieldInfo", "field-editor.html"},
+        {"MainWindow", "index.html"},
+    };
+    for (const auto& [context, page] : pages) {
+        studio.ShowHelp(context);
+        auto* help = mainWindow.findChild<Studio::HelpBrowser*>();
+        ASSERT_TRUE(help) << context;
+        EXPECT_EQ(help->PageShown(), page);
+        EXPECT_TRUE(help->isVisible());
+        EXPECT_TRUE(help->findChild<QTextBrowser*>()->toPlainText().contains("Orvane Studio"))
+            << page;
+    }
+    EXPECT_EQ(mainWindow.findChildren<Studio::HelpBrowser*>().size(), 1);
 }
 
 } // namespace Orvane::Testing
