@@ -155,10 +155,36 @@ bool DocumentWindow::Save() {
     copySettingsIntoDocument();
     if (!writeInOneTransaction())
         return false;
-    reload();
+    // Committed: from here on the data source is stored, whatever reading it back does.
+    m_document->setIsNew(false);
     setModified(false);
     emit saved(m_document->DocId());
+    readBack();
     return true;
+}
+
+// The window shows what was stored, with fresh ids and flags. While it cannot, it holds what the
+// user saw before the save, which must not be saved again: the user may try once more, or the
+// window closes and the data source is opened again from the list.
+void DocumentWindow::readBack() {
+    for (;;) {
+        try {
+            reload();
+            return;
+        } catch (const Error& error) {
+            const MsgBoxResult answer = app().MsgBox(
+                tr("The data source \"%1\" was saved, but reading it back failed:")
+                        .arg(m_document->DocName()) +
+                    MsgBoxLineBreak + MsgBoxLineBreak + error.message() + MsgBoxLineBreak +
+                    MsgBoxLineBreak +
+                    tr("Read it again now? No closes it; it can be opened again from the list."),
+                MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation, m_document->EditorName());
+            if (answer != MsgBoxResult::Yes) {
+                emit closeRequested();
+                return;
+            }
+        }
+    }
 }
 
 bool DocumentWindow::editorsValid() {

@@ -54,6 +54,8 @@ public:
 signals:
     void modifiedChanged(bool modified);
     void saved(qint32 documentId);
+    // The window can no longer show its document and asks to be closed.
+    void closeRequested();
 
 private:
     DocumentWindow(std::shared_ptr<StudioDocumentType> type, SqlQueryService& database,
@@ -70,6 +72,7 @@ private:
     bool writeInOneTransaction();
     void writeDocument(bool insert);
     void reload();
+    void readBack();
 
     std::shared_ptr<StudioDocumentType> m_type;
     SqlQueryService& m_database;

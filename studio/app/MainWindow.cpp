@@ -195,6 +195,8 @@ void MainWindow::addDocumentTab(DocumentWindow* window) {
         updateTabTitle(window);
         RefreshDocuments();
     });
+    connect(window, &DocumentWindow::closeRequested, this,
+            [this, window] { CloseDocument(window); });
     updateActions();
 }
 
