@@ -10,6 +10,7 @@
 #include "orvane/model/ColumnSave.h"
 #include "orvane/model/MSQL.h"
 #include "orvane/widgets/TemplateUseCheck.h"
+#include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
 
 namespace Orvane::Studio {
@@ -79,6 +80,7 @@ qint32 DocumentStore::NewId() {
 
 void DocumentStore::Write(const CDataSourcesData& document, const StudioDocumentType& type,
                           bool insert) {
+    StoredTexts(m_query).Check(document, type.IsOdbc());
     writeDocumentRow(document, type, insert);
     writeSettingsRow(document, type);
 }

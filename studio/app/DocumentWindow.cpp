@@ -12,6 +12,7 @@
 #include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/CDataSourcesData.h"
 #include "studio/app/DocumentStore.h"
+#include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
@@ -90,6 +91,7 @@ void DocumentWindow::createEditors() {
     else
         asciiEditor = new XDataSourcesGen(this);
     columnEditor = new XDataSourcesColumn(this);
+    StoredTexts(m_database).LimitBoxes(*settingsEditor());
     layout()->addWidget(settingsEditor());
     layout()->addWidget(columnEditor);
     // The entity label, the settings, then the grid, which takes the room left.

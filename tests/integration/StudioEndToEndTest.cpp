@@ -14,6 +14,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
 #include "studio/app/ConnectionDialog.h"
+#include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/MainWindow.h"
 #include "tests/integration/StudioDictionaryTest.h"
@@ -422,6 +423,10 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     type(settings.findChild<QLineEdit*>("txtDB_Table"), "TG_HOURLY");
     type(settings.findChild<QLineEdit*>("txtDB_UserId"), "pm_reader");
     type(settings.findChild<QLineEdit*>("txtDB_Password"), "it's secret");
+    // A box takes no more than its database column holds.
+    type(settings.findChild<QLineEdit*>("txtDB_UserId"), QString(80, QLatin1Char('u')));
+    EXPECT_EQ(settings.UserId().size(), 60);
+    type(settings.findChild<QLineEdit*>("txtDB_UserId"), "pm_reader");
     // Not a time series: the time-stamp column goes.
     settings.findChild<QCheckBox*>("ckTimeSeries")->click();
     EXPECT_EQ(grid(*doc).model()->columnCount(), 0);
@@ -466,6 +471,16 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_GT(blocked->Field_Id(), 0);
     EXPECT_EQ(blocked->Technologies(), "UMTS");
     EXPECT_EQ(blocked->DataType(), "F");
+
+    // A text longer than its column, as an import may bring, is refused before anything is
+    // written, naming the field.
+    reopened->Document()->setServer(QString(101, QLatin1Char('s')));
+    EXPECT_THAT(errorOf([&] {
+                    Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
+                                                     false);
+                }),
+                HasSubstr("The Server has 101 characters; it may have at most 100."));
+    EXPECT_EQ(count("eds_odbc_file", "db_server = 'pmdb02'"), 1);
 }
 
 // A save that the database refuses part-way leaves the database as it was and the edits on
