@@ -3,6 +3,7 @@
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesData.h"
 #include "studio/app/DefinitionTransfer.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
@@ -17,11 +18,13 @@
 #include <QFileInfo>
 #include <QHeaderView>
 #include <QMenuBar>
+#include <QSettings>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QTreeWidget>
+#include <QUrl>
 
 namespace Orvane::Studio {
 
@@ -123,12 +126,13 @@ void MainWindow::createPanes() {
     documentTabs->setTabsClosable(true);
     documentTabs->setDocumentMode(true);
 
-    auto* splitter = new QSplitter;
-    splitter->addWidget(documentTree);
-    splitter->addWidget(documentTabs);
-    splitter->setStretchFactor(1, 1);
-    splitter->setSizes({330, 770});
-    setCentralWidget(splitter);
+    m_splitter = new QSplitter;
+    m_splitter->setObjectName(QStringLiteral("splitter"));
+    m_splitter->addWidget(documentTree);
+    m_splitter->addWidget(documentTabs);
+    m_splitter->setStretchFactor(1, 1);
+    m_splitter->setSizes({330, 770});
+    setCentralWidget(m_splitter);
 
     connect(documentTree, &QTreeWidget::itemActivated, this,
             [this](QTreeWidgetItem* item) { OpenDocument(item->data(0, IdRole).toInt()); });
@@ -368,13 +372,43 @@ void MainWindow::updateActions() {
 }
 
 void MainWindow::closeEvent(QCloseEvent* event) {
+    QStringList openNames;
+    for (DocumentWindow* window : OpenDocuments()) {
+        if (window->DocumentId() > 0)
+            openNames << window->Document()->DocName();
+    }
     for (DocumentWindow* window : OpenDocuments()) {
         if (!CloseDocument(window)) {
             event->ignore();
             return;
         }
     }
+    saveSession(openNames);
     event->accept();
+}
+
+// Open documents belong to one database; the window's shape to all.
+QString MainWindow::sessionKey(const QString& name) const {
+    return QStringLiteral("databases/%1/%2")
+        .arg(QString::fromLatin1(QUrl::toPercentEncoding(m_database->DatabaseShown())), name);
+}
+
+void MainWindow::RestoreSession(QSettings& settings) {
+    m_session = &settings;
+    restoreGeometry(settings.value(QStringLiteral("window/geometry")).toByteArray());
+    m_splitter->restoreState(settings.value(QStringLiteral("window/splitter")).toByteArray());
+    // A data source deleted since is simply not there any more.
+    for (const QString& name : settings.value(sessionKey(QStringLiteral("open"))).toStringList())
+        OpenDocumentNamed(name);
+}
+
+void MainWindow::saveSession(const QStringList& openNames) {
+    if (!m_session)
+        return;
+    m_session->setValue(QStringLiteral("window/geometry"), saveGeometry());
+    m_session->setValue(QStringLiteral("window/splitter"), m_splitter->saveState());
+    m_session->setValue(sessionKey(QStringLiteral("open")), openNames);
+    m_session->sync();
 }
 
 void MainWindow::guarded(const std::function<void()>& command) {

@@ -9,6 +9,9 @@ class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
 
+class QSettings;
+class QSplitter;
+
 namespace Orvane::Studio {
 
 class DocumentWindow;
@@ -37,6 +40,11 @@ public:
     // asks for the files first.
     void ExportSelected(const QString& path);
     void ImportFiles(const QStringList& paths);
+
+    // Puts back what the last session on this database left: the window's size and place, the
+    // split between list and documents, and the data sources that were open. The session is
+    // written back to the same settings when the window closes.
+    void RestoreSession(QSettings& settings);
 
     DocumentWindow* CurrentDocument() const;
     QList<DocumentWindow*> OpenDocuments() const;
@@ -71,10 +79,14 @@ private:
     void importInputs(const QList<ImportInput>& inputs);
     // Runs a command and shows any error it raises instead of letting it escape the event loop.
     void guarded(const std::function<void()>& command);
+    QString sessionKey(const QString& name) const;
+    void saveSession(const QStringList& openNames);
 
     std::shared_ptr<SqlQueryService> m_database;
     QTreeWidgetItem* m_asciiCategory = nullptr;
     QTreeWidgetItem* m_odbcCategory = nullptr;
+    QSplitter* m_splitter = nullptr;
+    QSettings* m_session = nullptr;
 };
 
 } // namespace Orvane::Studio

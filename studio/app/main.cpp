@@ -7,6 +7,7 @@
 #include "studio/db/SqlQueryService.h"
 
 #include <QApplication>
+#include <QSettings>
 #include <QStatusBar>
 #include <cstdio>
 
@@ -65,6 +66,8 @@ int main(int argc, char** argv) {
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
             QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));
+    QSettings session;
+    window.RestoreSession(session);
     window.show();
     const QString openName = commandLine.OpenName();
     if (!openName.isEmpty() && !window.OpenDocumentNamed(openName))

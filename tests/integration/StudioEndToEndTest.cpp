@@ -26,9 +26,11 @@
 #include <QLineEdit>
 #include <QPointer>
 #include <QPushButton>
+#include <QSettings>
 #include <QStatusBar>
 #include <QTabWidget>
 #include <QTableView>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QToolBar>
 #include <QTreeWidget>
@@ -687,6 +689,24 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
     EXPECT_TRUE(listed("Cell Traffic Feed"));
     EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
+}
+
+// The next session on the database opens what the last one left open.
+TEST_P(StudioEndToEndTest, ASessionReopensWhatWasOpen) {
+    QTemporaryDir folder;
+    QSettings session(folder.filePath("session.ini"), QSettings::IniFormat);
+    studio->RestoreSession(session);
+    ASSERT_TRUE(reopen("Trunk Group Export"));
+    ASSERT_TRUE(reopen("Cell Traffic Feed"));
+    EXPECT_TRUE(studio->close());
+    EXPECT_FALSE(session.value("window/geometry").toByteArray().isEmpty());
+
+    studio = std::make_unique<Studio::MainWindow>(db);
+    studio->RestoreSession(session);
+    QStringList open;
+    for (DocumentWindow* window : studio->OpenDocuments())
+        open << window->Title();
+    EXPECT_EQ(open, QStringList({"Trunk Group Export", "Cell Traffic Feed"}));
 }
 
 // Without edit permission (--read-only) the studio shows data sources and changes none.
