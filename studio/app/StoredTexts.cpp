@@ -19,21 +19,21 @@ const QList<StoredTexts::Text>& StoredTexts::texts() {
     const QString odbc = QStringLiteral("eds_odbc_file");
     static const QList<Text> all{
         {QStringLiteral("Name"), document, QStringLiteral("name"), QString(),
-         &CDataSourcesData::DocName, true, true},
+         &CDataSourcesData::DocName, true, true, false},
         {QStringLiteral("Description"), document, QStringLiteral("description"),
-         QStringLiteral("txtDescription"), &CDataSourcesData::DocDescription, true, true},
+         QStringLiteral("txtDescription"), &CDataSourcesData::DocDescription, true, true, false},
         {QStringLiteral("File Name"), ascii, QStringLiteral("filename"), QStringLiteral("txtFile"),
-         &CDataSourcesData::FileName, true, false},
+         &CDataSourcesData::FileName, true, false, true},
         {QStringLiteral("Server"), odbc, QStringLiteral("db_server"),
-         QStringLiteral("txtDB_Server"), &CDataSourcesData::Server, false, true},
+         QStringLiteral("txtDB_Server"), &CDataSourcesData::Server, false, true, true},
         {QStringLiteral("Database"), odbc, QStringLiteral("db_database"),
-         QStringLiteral("txtDB_Database"), &CDataSourcesData::Schema, false, true},
+         QStringLiteral("txtDB_Database"), &CDataSourcesData::Schema, false, true, false},
         {QStringLiteral("Table"), odbc, QStringLiteral("table_name"), QStringLiteral("txtDB_Table"),
-         &CDataSourcesData::Table, false, true},
+         &CDataSourcesData::Table, false, true, true},
         {QStringLiteral("UserId"), odbc, QStringLiteral("db_userid"),
-         QStringLiteral("txtDB_UserId"), &CDataSourcesData::UserId, false, true},
+         QStringLiteral("txtDB_UserId"), &CDataSourcesData::UserId, false, true, false},
         {QStringLiteral("Password"), odbc, QStringLiteral("db_password"),
-         QStringLiteral("txtDB_Password"), &CDataSourcesData::Password, false, true},
+         QStringLiteral("txtDB_Password"), &CDataSourcesData::Password, false, true, false},
     };
     return all;
 }
@@ -58,7 +58,12 @@ void StoredTexts::Check(const CDataSourcesData& document, bool odbc) const {
     for (const Text& text : texts()) {
         if (!(odbc ? text.odbc : text.ascii))
             continue;
-        const qsizetype length = (document.*text.value)().size();
+        const QString& value = (document.*text.value)();
+        if (text.required && value.trimmed().isEmpty()) {
+            throw Error(QCoreApplication::translate("StoredTexts", "The %1 must not be blank.")
+                            .arg(text.label));
+        }
+        const qsizetype length = value.size();
         const qint32 width = widthOf(text);
         if (width > 0 && length > width) {
             throw Error(QCoreApplication::translate("StoredTexts",

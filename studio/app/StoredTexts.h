@@ -22,7 +22,8 @@ public:
 
     // Limits each text box of a settings editor to its column's width.
     void LimitBoxes(QWidget& settingsEditor) const;
-    // An Orvane::Error naming the first text of the document longer than its column.
+    // An Orvane::Error naming the first text of the document that is longer than its column, or
+    // required and empty.
     void Check(const CDataSourcesData& document, bool odbc) const;
 
 private:
@@ -34,6 +35,8 @@ private:
         const QString& (CDataSourcesData::*value)() const;
         bool ascii;
         bool odbc;
+        // The source cannot be read without it: blanks alone do not count.
+        bool required;
     };
     static const QList<Text>& texts();
     qint32 widthOf(const Text& text) const;

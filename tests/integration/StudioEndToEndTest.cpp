@@ -474,14 +474,20 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(blocked->Technologies(), "UMTS");
     EXPECT_EQ(blocked->DataType(), "F");
 
-    // A text longer than its column, as an import may bring, is refused before anything is
-    // written, naming the field.
+    // A text longer than its column, as an import may bring, or a required one of blanks, is
+    // refused before anything is written, naming the field.
     reopened->Document()->setServer(QString(101, QLatin1Char('s')));
     EXPECT_THAT(errorOf([&] {
                     Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
                                                      false);
                 }),
                 HasSubstr("The Server has 101 characters; it may have at most 100."));
+    reopened->Document()->setServer("   ");
+    EXPECT_THAT(errorOf([&] {
+                    Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
+                                                     false);
+                }),
+                HasSubstr("The Server must not be blank."));
     EXPECT_EQ(count("eds_odbc_file", "db_server = 'pmdb02'"), 1);
 }
 
