@@ -11,10 +11,11 @@ namespace Orvane::Studio {
 
 namespace {
 
-// The password in the authority of a PostgreSQL URL: captured(2), percent-encoded.
+// The password in the authority of a PostgreSQL URL: captured(2), percent-encoded, or as typed
+// with a slash that makes the URL unreadable.
 const QRegularExpression& urlPassword() {
     static const QRegularExpression password(
-        QStringLiteral("^(postgres(?:ql)?://[^/@:]*):([^/@]*)@"),
+        QStringLiteral("^(postgres(?:ql)?://[^/@:]*):([^@]*)@"),
         QRegularExpression::CaseInsensitiveOption);
     return password;
 }
@@ -126,7 +127,8 @@ ConnectionDescription ConnectionDescription::Parse(const QString& text) {
     return sqlite(trimmed);
 }
 
-QString ConnectionDescription::PasswordOf(const QString& text) {
+QString ConnectionDescription::PasswordOf(const QString& connection) {
+    const QString text = connection.trimmed();
     if (const auto match = urlPassword().match(text); match.hasMatch())
         return QUrl::fromPercentEncoding(match.captured(2).toUtf8());
     if (const auto match = odbcPassword().match(text); isOdbc(text) && match.hasMatch())
@@ -134,7 +136,8 @@ QString ConnectionDescription::PasswordOf(const QString& text) {
     return QString();
 }
 
-QString ConnectionDescription::WithoutPassword(const QString& text) {
+QString ConnectionDescription::WithoutPassword(const QString& connection) {
+    const QString text = connection.trimmed();
     if (const auto match = urlPassword().match(text); match.hasMatch())
         return text.left(match.capturedEnd(1)) + text.mid(match.capturedEnd(2));
     if (const auto match = odbcPassword().match(text); isOdbc(text) && match.hasMatch())

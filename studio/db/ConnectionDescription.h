@@ -32,9 +32,9 @@ public:
     QString options; // Qt Sql connect options, "key=value;key=value"
 
     // The password of a PostgreSQL or ODBC connection text, and the text without it, so that a
-    // dialog can ask for it in a masked box of its own.
-    static QString PasswordOf(const QString& text);
-    static QString WithoutPassword(const QString& text);
+    // dialog can ask for it in a masked box of its own. Both trim the text.
+    static QString PasswordOf(const QString& connection);
+    static QString WithoutPassword(const QString& connection);
     // The text with the password put in, replacing any it held; an empty password changes nothing.
     static QString WithPassword(const QString& text, const QString& password);
 
