@@ -17,7 +17,8 @@ enum class SqlBackend { SQLite, PostgreSQL, ODBC };
 //   odbc:DSN or odbc:DRIVER=...;SERVER=...;UID=...;PWD=...
 //                                an ODBC data source name or a full ODBC connection string
 //
-// A text that is none of these is an Orvane::Error.
+// A text that is none of these is an Orvane::Error. The password may be left out of the text:
+// libpq then reads PGPASSWORD or ~/.pgpass.
 class ConnectionDescription {
 public:
     static ConnectionDescription Parse(const QString& text);
@@ -29,6 +30,13 @@ public:
     QString user;
     QString password;
     QString options; // Qt Sql connect options, "key=value;key=value"
+
+    // The password of a PostgreSQL or ODBC connection text, and the text without it, so that a
+    // dialog can ask for it in a masked box of its own. Both trim the text.
+    static QString PasswordOf(const QString& connection);
+    static QString WithoutPassword(const QString& connection);
+    // The text with the password put in, replacing any it held; an empty password changes nothing.
+    static QString WithPassword(const QString& text, const QString& password);
 
     QString DriverName() const;
     // How messages name the database, without its password: the SQLite database "/x/y.db".

@@ -1,6 +1,7 @@
 #include "studio/db/SqlConnection.h"
 
 #include "orvane/host/OrvaneError.h"
+#include "studio/db/StatementRedaction.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -127,8 +128,11 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
             query.addBindValue(value);
         ok = query.exec();
     }
-    if (!ok)
-        throw Error(QStringLiteral("%1\nStatement: %2").arg(failureOf(query), statement));
+    if (!ok) {
+        const StatementRedaction shown(statement);
+        throw Error(QStringLiteral("%1\nStatement: %2")
+                        .arg(shown.Hide(failureOf(query)), shown.Statement()));
+    }
     return query;
 }
 

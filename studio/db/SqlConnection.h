@@ -11,7 +11,8 @@ namespace Orvane::Studio {
 
 // One open Qt Sql connection. Everything that goes wrong is an Orvane::Error: opening names the
 // database and the reason (missing folder, missing driver, refused connection, bad password),
-// a failing statement carries the database's own message and the statement as it was sent.
+// a failing statement carries the database's own message and the statement as it was sent, the
+// values of its password columns hidden.
 class SqlConnection {
 public:
     explicit SqlConnection(ConnectionDescription description);

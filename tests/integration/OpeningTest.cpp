@@ -66,6 +66,20 @@ TEST(OpeningTest, PostgresRefusesABadPasswordAndAMissingDatabase) {
                 HasSubstr("database \"no_such_database\" does not exist"));
 }
 
+// libpq reads PGPASSWORD when the connection text gives no password.
+TEST(OpeningTest, PostgresPasswordMayComeFromTheEnvironment) {
+    const QString server = qEnvironmentVariable("ORVANE_TEST_PG");
+    if (server.isEmpty())
+        GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
+    QUrl bare(server);
+    const QString password = bare.password();
+    bare.setPassword(QString());
+    EXPECT_THAT(openingError(bare.toString()), HasSubstr("password"));
+    qputenv("PGPASSWORD", password.toUtf8());
+    EXPECT_NO_THROW(Studio::SqlQueryService service(bare.toString()));
+    qunsetenv("PGPASSWORD");
+}
+
 TEST(OpeningTest, MissingOdbcDataSourceIsNamedWithoutItsPassword) {
     EXPECT_THAT(openingError("odbc:DSN=NoSuchSource;UID=pm;PWD=secret"),
                 AllOf(HasSubstr("the ODBC data source \"DSN=NoSuchSource;UID=pm;PWD=***\""),

@@ -14,6 +14,7 @@ namespace Orvane::Testing {
 
 using ::testing::AllOf;
 using ::testing::HasSubstr;
+using ::testing::Not;
 
 class SqlQueryServiceTest : public DatabaseTest {
 protected:
@@ -98,6 +99,22 @@ TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessage) {
     EXPECT_TRUE(ColumnSave::FieldNameInUse(" cell_name ", 7, 0));
     EXPECT_FALSE(ColumnSave::FieldNameInUse("cell_name", 7, 1));
     EXPECT_FALSE(ColumnSave::FieldNameInUse("cell_name", 6, 0));
+}
+
+// What a failing statement writes to a password column is hidden where the error shows it,
+// PostgreSQL's "Failing row contains (...)" included.
+TEST_P(SqlQueryServiceTest, FailingStatementsHideTheirPasswords) {
+    const std::pair<QString, std::string> statements[] = {
+        {"INSERT INTO eds_odbc_file (eds_id, db_server, table_name, db_userid, db_password) "
+         "VALUES (NULL, 's', 't', 'pm', 'it''s secret')",
+         "table_name, db_userid, db_password) VALUES (NULL, 's', 't', 'pm', ***)"},
+        {"UPDATE eds_odbc_file SET db_userid = 'pm', DB_Password = 'it''s secret' WHERE nosuch = 1",
+         "SET db_userid = 'pm', DB_Password = *** WHERE nosuch = 1"},
+    };
+    for (const auto& [statement, shown] : statements) {
+        const std::string error = errorOf([&] { db->ExecuteStatement(statement); });
+        EXPECT_THAT(error, AllOf(HasSubstr(shown), Not(HasSubstr("secret"))));
+    }
 }
 
 TEST_P(SqlQueryServiceTest, RecordsetsReadForwardWithFieldNamesInAnyCase) {
