@@ -25,6 +25,8 @@ public:
     int Run() const;
 
     QString Database() const;
+    // True when --database was given; otherwise the window opens the database of last time.
+    bool NamesDatabase() const { return m_parser.isSet(m_database); }
     bool ReadOnly() const { return m_parser.isSet(m_readOnly); }
     QString OpenName() const { return m_parser.value(m_open); }
     // The demo database in the user's data folder.

@@ -4,6 +4,7 @@
 #include "studio/app/MainWindow.h"
 #include "studio/app/StudioApplication.h"
 #include "studio/app/StudioHost.h"
+#include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlQueryService.h"
 
 #include <QApplication>
@@ -17,8 +18,8 @@ using namespace Orvane::Studio;
 namespace {
 
 // Opens the database, asking for another one as long as it cannot be opened; null when the
-// user gives up.
-std::shared_ptr<SqlQueryService> openDatabase(QString connection) {
+// user gives up. The connection text ends as the one that opened.
+std::shared_ptr<SqlQueryService> openDatabase(QString& connection) {
     for (;;) {
         try {
             return std::make_shared<SqlQueryService>(connection);
@@ -53,9 +54,17 @@ int main(int argc, char** argv) {
     if (!commandLine.Parsed() || commandLine.IsCommand())
         return commandLine.Run();
 
-    const auto db = openDatabase(commandLine.Database());
+    // The database of last time is kept without its password: the dialog, PGPASSWORD or
+    // ~/.pgpass supply it.
+    QSettings session;
+    const QString lastDatabase = QStringLiteral("lastDatabase");
+    QString connection = commandLine.NamesDatabase()
+                             ? commandLine.Database()
+                             : session.value(lastDatabase, commandLine.Database()).toString();
+    const auto db = openDatabase(connection);
     if (!db)
         return 1;
+    session.setValue(lastDatabase, ConnectionDescription::WithoutPassword(connection));
     if (db->SetUpOnOpen())
         std::printf("Orvane Studio created its demo database: %s\n",
                     qPrintable(db->DatabaseShown()));
@@ -66,7 +75,6 @@ int main(int argc, char** argv) {
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
             QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));
-    QSettings session;
     window.RestoreSession(session);
     window.show();
     const QString openName = commandLine.OpenName();
