@@ -87,11 +87,13 @@ QHash<QString, qint32> PostgresBackend::ColumnsOf(const QString& table) {
 }
 
 void PostgresBackend::SetTimeout(qint32 seconds) {
-    if (seconds == m_timeout)
+    m_connection.ReopenIfLost();
+    if (seconds == m_timeout && m_timeoutSession == m_connection.Session())
         return;
     m_connection.Run(
         QStringLiteral("SET statement_timeout = %1").arg(qint64(qMax(0, seconds)) * 1000));
     m_timeout = seconds;
+    m_timeoutSession = m_connection.Session();
 }
 
 } // namespace Orvane::Studio

@@ -23,6 +23,7 @@ public:
 private:
     SqlConnection& m_connection;
     qint32 m_timeout = -1;
+    int m_timeoutSession = -1; // the connection's session the time-out was set in
 };
 
 } // namespace Orvane::Studio

@@ -31,6 +31,14 @@ QString messageOf(const QSqlError& error) {
     return own.isEmpty() ? error.text().trimmed() : own;
 }
 
+// Qt's own verdict, a connection exception (SQLSTATE class 08) or the server ending the session
+// (57P: shutdown, terminated, database dropped, idle too long); the driver may still call it open.
+bool endsTheConnection(const QSqlError& error) {
+    const QString state = error.nativeErrorCode();
+    return error.type() == QSqlError::ConnectionError || state.startsWith(QLatin1String("08")) ||
+           state.startsWith(QLatin1String("57P"));
+}
+
 } // namespace
 
 SqlConnection::SqlConnection(ConnectionDescription description)
@@ -85,6 +93,18 @@ void SqlConnection::open() {
     prepareSession();
 }
 
+void SqlConnection::ReopenIfLost() {
+    if (!m_lost || m_inTransaction)
+        return;
+    QSqlDatabase database = Database();
+    database.close();
+    if (!database.open())
+        failOpening(messageOf(database.lastError()));
+    m_lost = false;
+    ++m_session;
+    prepareSession();
+}
+
 // SQLite would create the file anywhere it may; a folder that is missing is the user's mistake.
 void SqlConnection::checkSqlitePath() const {
     const QString& path = m_description.databaseName;
@@ -118,6 +138,7 @@ void SqlConnection::failOpening(const QString& reason) const {
 }
 
 QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& values) {
+    ReopenIfLost();
     QSqlQuery query(Database());
     query.setForwardOnly(true);
     bool ok = false;
@@ -131,17 +152,20 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
     if (!ok) {
         const StatementRedaction shown(statement);
         throw Error(QStringLiteral("%1\nStatement: %2")
-                        .arg(shown.Hide(failureOf(query)), shown.Statement()));
+                        .arg(shown.Hide(failureOf(query.lastError())), shown.Statement()));
     }
     return query;
 }
 
-QString SqlConnection::failureOf(const QSqlQuery& query) const {
-    // A server that dropped the connection leaves later statements without a reason of their own.
-    const QString reason = messageOf(query.lastError());
-    if (Database().isOpen() && !reason.isEmpty())
+// Notes a lost connection; a server that dropped it leaves later statements without a reason of
+// their own.
+QString SqlConnection::failureOf(const QSqlError& error) {
+    const QString reason = messageOf(error);
+    m_lost = m_lost || endsTheConnection(error) || !Database().isOpen();
+    if (!m_lost && !reason.isEmpty())
         return reason;
-    return QStringLiteral("The connection to %1 was lost; open the database again. %2")
+    m_lost = true;
+    return QStringLiteral("The connection to %1 was lost; it is opened again on the next try. %2")
         .arg(m_description.Shown(), reason)
         .trimmed();
 }
@@ -150,10 +174,11 @@ void SqlConnection::Begin() {
     if (m_inTransaction)
         throw Error(
             QStringLiteral("A transaction is already open on %1.").arg(m_description.Shown()));
+    ReopenIfLost();
     QSqlDatabase database = Database();
     if (!database.transaction())
         throw Error(QStringLiteral("Cannot begin a transaction on %1: %2")
-                        .arg(m_description.Shown(), messageOf(database.lastError())));
+                        .arg(m_description.Shown(), failureOf(database.lastError())));
     m_inTransaction = true;
 }
 
@@ -162,7 +187,7 @@ void SqlConnection::Commit() {
         throw Error(QStringLiteral("There is no open transaction to commit."));
     QSqlDatabase database = Database();
     if (!database.commit()) {
-        const QString reason = messageOf(database.lastError());
+        const QString reason = failureOf(database.lastError());
         database.rollback();
         m_inTransaction = false;
         throw Error(QStringLiteral("Cannot commit on %1; the transaction was rolled back: %2")
@@ -174,8 +199,11 @@ void SqlConnection::Commit() {
 void SqlConnection::Rollback() {
     if (!m_inTransaction)
         return;
-    QSqlDatabase database = Database();
     m_inTransaction = false;
+    // The server ended the transaction with the session.
+    if (m_lost)
+        return;
+    QSqlDatabase database = Database();
     if (!database.rollback())
         throw Error(QStringLiteral("Cannot roll back on %1: %2")
                         .arg(m_description.Shown(), messageOf(database.lastError())));

@@ -13,6 +13,9 @@ namespace Orvane::Studio {
 // database and the reason (missing folder, missing driver, refused connection, bad password),
 // a failing statement carries the database's own message and the statement as it was sent, the
 // values of its password columns hidden.
+//
+// A connection the server dropped is opened again before the next transaction or the next
+// statement outside one; never inside a transaction, which fails until it is rolled back.
 class SqlConnection {
 public:
     explicit SqlConnection(ConnectionDescription description);
@@ -31,17 +34,25 @@ public:
     void Commit();
     void Rollback();
     bool InTransaction() const { return m_inTransaction; }
+    // False once a statement found the connection lost, until it is opened again.
+    bool IsConnected() const { return !m_lost; }
+    // Opens a lost connection again unless a transaction is open.
+    void ReopenIfLost();
+    // Counts the openings: settings made on the server live only as long as one session.
+    int Session() const { return m_session; }
 
 private:
     void open();
     void checkSqlitePath() const;
     void prepareSession();
-    QString failureOf(const QSqlQuery& query) const;
+    QString failureOf(const QSqlError& error);
     [[noreturn]] void failOpening(const QString& reason) const;
 
     ConnectionDescription m_description;
     QString m_name;
     bool m_inTransaction = false;
+    bool m_lost = false;
+    int m_session = 0;
 };
 
 } // namespace Orvane::Studio

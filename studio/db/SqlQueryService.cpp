@@ -106,6 +106,10 @@ bool SqlQueryService::InTransaction() const {
     return d->connection.InTransaction();
 }
 
+bool SqlQueryService::IsConnected() const {
+    return d->connection.IsConnected();
+}
+
 SqlBackend SqlQueryService::Backend() const {
     return d->connection.Backend();
 }

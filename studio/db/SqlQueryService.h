@@ -29,6 +29,8 @@ namespace Orvane::Studio {
 //     try { document.SaveData(); service.CommitTransaction(); }
 //     catch (...) { service.RollbackTransaction(); throw; }
 // or, the same, with a TransactionScope. Outside a transaction every statement commits alone.
+// A connection the server dropped is opened again before the next transaction or statement
+// outside one; a transaction it dropped fails until rolled back. The catalog read stays.
 class SqlQueryService : public IQueryService {
 public:
     explicit SqlQueryService(const QString& connection,
@@ -56,6 +58,9 @@ public:
     void CommitTransaction();
     void RollbackTransaction();
     bool InTransaction() const;
+    // False once a statement found the connection lost; the next transaction, or statement
+    // outside one, opens it again.
+    bool IsConnected() const;
 
     SqlBackend Backend() const;
     // The database as messages name it: the SQLite database "/home/me/orvane.db".

@@ -120,4 +120,10 @@ qint32 DatabaseTest::count(const QString& table, const QString& condition) {
     return db->ValueAsLong(scalar(statement));
 }
 
+void DatabaseTest::dropConnections() {
+    Studio::SqlConnection other(Studio::ConnectionDescription::Parse(m_connection));
+    other.Run(QStringLiteral("SELECT pg_terminate_backend(pid) FROM pg_stat_activity "
+                             "WHERE datname = current_database() AND pid <> pg_backend_pid()"));
+}
+
 } // namespace Orvane::Testing

@@ -43,6 +43,8 @@ protected:
     // Runs a SELECT and returns its first value.
     QVariant scalar(const QString& statement);
     qint32 count(const QString& table, const QString& condition = QString());
+    // Ends every other session on the test's PostgreSQL database, as a server restart does.
+    void dropConnections();
 
     std::shared_ptr<Studio::SqlQueryService> db;
     std::shared_ptr<FakeFieldInfoService> dictionary = std::make_shared<FakeFieldInfoService>();
