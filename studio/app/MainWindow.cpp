@@ -4,6 +4,7 @@
 #include "orvane/host/IApplication.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "studio/app/ConnectionDialog.h"
 #include "studio/app/DefinitionTransfer.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
@@ -17,11 +18,14 @@
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QHeaderView>
+#include <QLabel>
 #include <QMenuBar>
+#include <QPushButton>
 #include <QSettings>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
+#include <QTimer>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
@@ -31,6 +35,8 @@ namespace Orvane::Studio {
 namespace {
 
 constexpr int IdRole = Qt::UserRole + 1;
+// Reading the connection's state costs nothing: no statement is sent.
+constexpr int ConnectionStateMilliseconds = 2000;
 
 IApplication& app() {
     return HostRegistry::App();
@@ -46,7 +52,13 @@ MainWindow::MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* paren
     createActions();
     createMenusAndToolbar();
     createPanes();
-    statusBar()->showMessage(m_database->DatabaseShown());
+    lblConnection = new QLabel;
+    lblConnection->setObjectName(QStringLiteral("lblConnection"));
+    statusBar()->addPermanentWidget(lblConnection);
+    auto* connectionTimer = new QTimer(this);
+    connect(connectionTimer, &QTimer::timeout, this, &MainWindow::updateConnectionState);
+    connectionTimer->start(ConnectionStateMilliseconds);
+    updateConnectionState();
     RefreshDocuments();
     updateActions();
     resize(1100, 700);
@@ -61,6 +73,7 @@ void MainWindow::createActions() {
         act->setShortcut(keys);
         return act;
     };
+    actOpenDatabase = action("actOpenDatabase", tr("Open &Database..."), QKeySequence());
     actNewAscii =
         action("actNewAscii", QStringLiteral("New &ASCII Data Source..."), QKeySequence::New);
     actNewOdbc = action("actNewOdbc", QStringLiteral("New &ODBC Data Source..."),
@@ -73,6 +86,7 @@ void MainWindow::createActions() {
     actImport = action("actImport", tr("&Import..."), QKeySequence());
     actHelp = action("actHelp", tr("&User Guide"), QKeySequence::HelpContents);
 
+    connect(actOpenDatabase, &QAction::triggered, this, &MainWindow::chooseDatabase);
     connect(actNewAscii, &QAction::triggered, this,
             [this] { NewDocument(StudioDocumentType::Ascii()); });
     connect(actNewOdbc, &QAction::triggered, this,
@@ -92,6 +106,8 @@ void MainWindow::createActions() {
 
 void MainWindow::createMenusAndToolbar() {
     QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->addAction(actOpenDatabase);
+    file->addSeparator();
     file->addActions({actNewAscii, actNewOdbc, actOpen});
     file->addSeparator();
     file->addActions({actSave, actClose, actDelete});
@@ -141,6 +157,32 @@ void MainWindow::createPanes() {
     connect(documentTabs, &QTabWidget::tabCloseRequested, this, [this](int index) {
         CloseDocument(static_cast<DocumentWindow*>(documentTabs->widget(index)));
     });
+}
+
+bool MainWindow::OpenDatabase(const QString& connection) {
+    // Documents belong to the database they were read from.
+    for (DocumentWindow* window : OpenDocuments()) {
+        if (!CloseDocument(window))
+            return false;
+    }
+    std::shared_ptr<SqlQueryService> database;
+    guarded([&] { database = std::make_shared<SqlQueryService>(connection); });
+    if (!database)
+        return false;
+    if (m_switchDatabase)
+        m_switchDatabase(database);
+    m_database = database;
+    RefreshDocuments();
+    updateActions();
+    updateConnectionState();
+    return true;
+}
+
+void MainWindow::chooseDatabase() {
+    ConnectionDialog dialog(QString(), tr("The open documents are closed first."), this);
+    dialog.cmdQuit->setText(tr("Cancel"));
+    if (app().ShowModal(dialog) == QDialog::Accepted && !dialog.Connection().isEmpty())
+        OpenDatabase(dialog.Connection());
 }
 
 void MainWindow::RefreshDocuments() {
@@ -419,6 +461,13 @@ void MainWindow::guarded(const std::function<void()>& command) {
         app().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
                      QStringLiteral("Orvane Studio"));
     }
+    updateConnectionState();
+}
+
+void MainWindow::updateConnectionState() {
+    const QString database = m_database->DatabaseShown();
+    lblConnection->setText(m_database->IsConnected() ? tr("%1: connected").arg(database)
+                                                     : tr("%1: connection lost").arg(database));
 }
 
 } // namespace Orvane::Studio

@@ -5,6 +5,7 @@
 #include <memory>
 
 class QAction;
+class QLabel;
 class QTabWidget;
 class QTreeWidget;
 class QTreeWidgetItem;
@@ -27,6 +28,13 @@ class MainWindow : public QMainWindow {
 public:
     explicit MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* parent = nullptr);
     ~MainWindow() override;
+
+    // Installs the host's components on a database the window switches to.
+    using DatabaseSwitch = std::function<void(const std::shared_ptr<SqlQueryService>&)>;
+    void SetDatabaseSwitch(DatabaseSwitch switchTo) { m_switchDatabase = std::move(switchTo); }
+    // Closes the open documents, asking to save the modified ones, and works on that database
+    // from then on; false when a document stays open or the database cannot be opened.
+    bool OpenDatabase(const QString& connection);
 
     void RefreshDocuments();
     void NewDocument(const std::shared_ptr<StudioDocumentType>& type);
@@ -51,6 +59,7 @@ public:
 
     QTreeWidget* documentTree = nullptr;
     QTabWidget* documentTabs = nullptr;
+    QAction* actOpenDatabase = nullptr;
     QAction* actNewAscii = nullptr;
     QAction* actNewOdbc = nullptr;
     QAction* actOpen = nullptr;
@@ -60,6 +69,8 @@ public:
     QAction* actExport = nullptr;
     QAction* actImport = nullptr;
     QAction* actHelp = nullptr;
+    // In the status bar: the database, and whether it is connected.
+    QLabel* lblConnection = nullptr;
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -71,9 +82,11 @@ private:
     void addDocumentTab(DocumentWindow* window);
     void updateTabTitle(DocumentWindow* window);
     void updateActions();
+    void updateConnectionState();
     DocumentWindow* windowOf(qint32 documentId) const;
     qint32 selectedDocumentId() const;
     void removeDocument(qint32 documentId);
+    void chooseDatabase();
     void chooseExportFile();
     void chooseImportFiles();
     void importInputs(const QList<ImportInput>& inputs);
@@ -83,6 +96,7 @@ private:
     void saveSession(const QStringList& openNames);
 
     std::shared_ptr<SqlQueryService> m_database;
+    DatabaseSwitch m_switchDatabase;
     QTreeWidgetItem* m_asciiCategory = nullptr;
     QTreeWidgetItem* m_odbcCategory = nullptr;
     QSplitter* m_splitter = nullptr;

@@ -9,10 +9,14 @@
 namespace Orvane::Studio {
 
 StudioHost::StudioHost(std::shared_ptr<SqlQueryService> database, bool editPermission)
-    : m_database(std::move(database))
-    , m_dictionary(std::make_shared<DictionaryService>(*m_database))
-    , m_application(std::make_shared<StudioApplication>(editPermission))
-    , m_widgets(std::make_shared<StudioWidgetFactory>(m_dictionary)) {
+    : m_application(std::make_shared<StudioApplication>(editPermission)) {
+    Use(std::move(database));
+}
+
+void StudioHost::Use(std::shared_ptr<SqlQueryService> database) {
+    m_database = std::move(database);
+    m_dictionary = std::make_shared<DictionaryService>(*m_database);
+    m_widgets = std::make_shared<StudioWidgetFactory>(m_dictionary);
     HostRegistry::Install({m_database, m_dictionary, m_application, m_widgets});
 }
 

@@ -18,10 +18,15 @@ public:
     StudioHost(const StudioHost&) = delete;
     StudioHost& operator=(const StudioHost&) = delete;
 
+    // Installs the components again, on another database.
+    void Use(std::shared_ptr<SqlQueryService> database);
+
     const std::shared_ptr<SqlQueryService>& Database() const { return m_database; }
     StudioApplication& Application() const { return *m_application; }
 
 private:
+    void install();
+
     std::shared_ptr<SqlQueryService> m_database;
     std::shared_ptr<DictionaryService> m_dictionary;
     std::shared_ptr<StudioApplication> m_application;

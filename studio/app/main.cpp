@@ -72,6 +72,8 @@ int main(int argc, char** argv) {
     StudioHost host(db, !commandLine.ReadOnly());
     MainWindow window(db);
     host.Application().setMainWindow(&window);
+    window.SetDatabaseSwitch(
+        [&host](const std::shared_ptr<SqlQueryService>& database) { host.Use(database); });
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
             QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));

@@ -508,7 +508,8 @@ TEST_P(StudioEndToEndTest, FailedOdbcSaveShowsNoPassword) {
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("DB_Password) VALUES ("));
 
-    QStringList shown{studio->windowTitle(), studio->statusBar()->currentMessage()};
+    QStringList shown{studio->windowTitle(), studio->statusBar()->currentMessage(),
+                      studio->lblConnection->text()};
     for (const auto& box : app->msgBoxes)
         shown << box.prompt << box.title;
     for (const DocumentWindow* window : studio->OpenDocuments())
@@ -601,6 +602,61 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_EQ(count("qvd_dict_name n, qvd_eds_def m",
                     "n.name = 'Extra_Ext' AND m.field_id = n.field_id AND m." + ofDocument),
               1);
+}
+
+// The server drops the connection under the open window, as a restart does: the save that finds
+// it gone fails and keeps the edits, the status bar says so, and the next save opens it again.
+TEST_P(StudioEndToEndTest, SaveAfterTheServerDroppedTheConnectionSucceeds) {
+    if (!onPostgres())
+        GTEST_SKIP() << "only a server drops a connection";
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    dropConnections();
+    save("Cell Counters");
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_THAT(lastMessage().toStdString(),
+                HasSubstr("was lost; it is opened again on the next try"));
+    EXPECT_TRUE(doc->IsModified());
+    expectCellLayout(*doc);
+    EXPECT_THAT(studio->lblConnection->text().toStdString(), HasSubstr("connection lost"));
+
+    save("Cell Counters");
+    EXPECT_EQ(app->msgBoxes.size(), 1) << lastMessage().toStdString();
+    EXPECT_FALSE(doc->IsModified());
+    EXPECT_EQ(count("eds_column", QStringLiteral("eds_id = %1").arg(doc->DocumentId())), 4);
+    EXPECT_THAT(studio->lblConnection->text().toStdString(), HasSubstr(": connected"));
+}
+
+// Open Database... closes the documents of the old database, asking to save the modified ones,
+// and lists the data sources of the new one.
+TEST_P(StudioEndToEndTest, OpenDatabaseClosesTheDocumentsAndListsTheOtherDatabase) {
+    if (onPostgres())
+        GTEST_SKIP() << "switching is the same on every backend";
+    DocumentWindow* doc = buildCellDocument();
+    ASSERT_TRUE(doc);
+    save("Cell Counters");
+    ASSERT_TRUE(listed("Cell Counters"));
+    selectColumn(*doc, 4);
+    command(*doc, "Delete")->trigger();
+    std::shared_ptr<Studio::SqlQueryService> switched;
+    studio->SetDatabaseSwitch(
+        [&](const std::shared_ptr<Studio::SqlQueryService>& database) { switched = database; });
+    QTemporaryDir folder;
+    const QString other = folder.filePath("other.db");
+
+    app->msgBoxAnswers = {MsgBoxResult::Cancel};
+    EXPECT_FALSE(studio->OpenDatabase(other));
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
+    EXPECT_FALSE(switched);
+
+    app->msgBoxAnswers = {MsgBoxResult::No};
+    EXPECT_TRUE(studio->OpenDatabase(other));
+    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    ASSERT_TRUE(switched);
+    EXPECT_THAT(switched->DatabaseShown().toStdString(), HasSubstr(other.toStdString()));
+    EXPECT_FALSE(listed("Cell Counters"));
+    EXPECT_THAT(studio->lblConnection->text().toStdString(),
+                AllOf(HasSubstr("other.db"), HasSubstr(": connected")));
 }
 
 // A save that committed is a saved document even when reading it back fails: the list shows it,
