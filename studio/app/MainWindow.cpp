@@ -9,6 +9,7 @@
 #include "studio/app/DocumentStore.h"
 #include "studio/app/DocumentWindow.h"
 #include "studio/app/StudioDocumentType.h"
+#include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
@@ -172,6 +173,8 @@ bool MainWindow::OpenDatabase(const QString& connection) {
     if (m_switchDatabase)
         m_switchDatabase(database);
     m_database = database;
+    if (m_session)
+        m_session->setValue(LastDatabaseKey, ConnectionDescription::WithoutPassword(connection));
     RefreshDocuments();
     updateActions();
     updateConnectionState();

@@ -53,6 +53,8 @@ public:
     // split between list and documents, and the data sources that were open. The session is
     // written back to the same settings when the window closes.
     void RestoreSession(QSettings& settings);
+    // Where the session keeps the database it opens next time, without its password.
+    static inline const QString LastDatabaseKey = QStringLiteral("lastDatabase");
 
     DocumentWindow* CurrentDocument() const;
     QList<DocumentWindow*> OpenDocuments() const;

@@ -57,14 +57,15 @@ int main(int argc, char** argv) {
     // The database of last time is kept without its password: the dialog, PGPASSWORD or
     // ~/.pgpass supply it.
     QSettings session;
-    const QString lastDatabase = QStringLiteral("lastDatabase");
-    QString connection = commandLine.NamesDatabase()
-                             ? commandLine.Database()
-                             : session.value(lastDatabase, commandLine.Database()).toString();
+    QString connection =
+        commandLine.NamesDatabase()
+            ? commandLine.Database()
+            : session.value(MainWindow::LastDatabaseKey, commandLine.Database()).toString();
     const auto db = openDatabase(connection);
     if (!db)
         return 1;
-    session.setValue(lastDatabase, ConnectionDescription::WithoutPassword(connection));
+    session.setValue(MainWindow::LastDatabaseKey,
+                     ConnectionDescription::WithoutPassword(connection));
     if (db->SetUpOnOpen())
         std::printf("Orvane Studio created its demo database: %s\n",
                     qPrintable(db->DatabaseShown()));
