@@ -41,8 +41,8 @@ QString DatabaseContents::Refusal(const QString& databaseShown) const {
 }
 
 QString DatabaseContents::Question(const QString& databaseShown) {
-    return tr("%1 is not empty: it holds other tables and none of Orvane's. Add Orvane's tables "
-              "and the demo dictionary to it?")
+    return tr("Add Orvane's tables and the demo dictionary to %1? It is not empty: it holds "
+              "other tables and none of Orvane's.")
         .arg(databaseShown);
 }
 

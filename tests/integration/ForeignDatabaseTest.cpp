@@ -89,7 +89,8 @@ TEST(ForeignDatabaseTest, ForeignSqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
     };
     EXPECT_THAT(refusal(path, no), HasSubstr("left unchanged"));
     ASSERT_EQ(questions.size(), 1);
-    EXPECT_THAT(questions[0].toStdString(), HasSubstr("accounts.db\" is not empty"));
+    EXPECT_THAT(questions[0].toStdString(), AllOf(HasSubstr("to the SQLite database"),
+                                                  HasSubstr("accounts.db\"? It is not empty")));
     EXPECT_EQ(bytesOf(path), before);
 
     SqlQueryService db(path, SchemaForm::WithEditorPosition, [](const QString&) { return true; });
