@@ -145,24 +145,18 @@ TEST(ForeignDatabaseTest, ConcurrentFirstOpensOfAnEmptyPostgresDatabaseBothSucce
     const PostgresDatabase database;
     QString errors[2];
     bool setUp[2] = {false, false};
+    const auto open = [&](int which) {
+        try {
+            setUp[which] = SqlQueryService(database.Connection()).SetUpOnOpen();
+        } catch (const Error& error) {
+            errors[which] = error.message();
+        }
+    };
     {
-        std::jthread first([&] {
-            try {
-                setUp[0] = SqlQueryService(database.Connection()).SetUpOnOpen();
-            } catch (const Error& error) {
-                errors[0] = error.message();
-            }
-        });
-        std::jthread second([&] {
-            try {
-                setUp[1] = SqlQueryService(database.Connection()).SetUpOnOpen();
-            } catch (const Error& error) {
-                errors[1] = error.message();
-            }
-        });
+        const std::jthread first(open, 0);
+        const std::jthread second(open, 1);
     }
-    EXPECT_EQ(errors[0], QString());
-    EXPECT_EQ(errors[1], QString());
+    EXPECT_EQ(errors[0] + errors[1], QString());
     EXPECT_NE(setUp[0], setUp[1]);
     EXPECT_FALSE(SqlQueryService(database.Connection()).SetUpOnOpen());
 }
