@@ -8,6 +8,7 @@
 #include "studio/db/SqlQueryService.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
 #include <cstdio>
@@ -17,12 +18,20 @@ using namespace Orvane::Studio;
 
 namespace {
 
+// A database that holds other tables is only set up when the user says so.
+bool askToSetUp(const QString& question) {
+    return QMessageBox::question(nullptr, QApplication::applicationName(), question,
+                                 QMessageBox::Yes | QMessageBox::No,
+                                 QMessageBox::No) == QMessageBox::Yes;
+}
+
 // Opens the database, asking for another one as long as it cannot be opened; null when the
 // user gives up. The connection text ends as the one that opened.
 std::shared_ptr<SqlQueryService> openDatabase(QString& connection) {
     for (;;) {
         try {
-            return std::make_shared<SqlQueryService>(connection);
+            return std::make_shared<SqlQueryService>(connection, SchemaForm::WithEditorPosition,
+                                                     askToSetUp);
         } catch (const Error& error) {
             ConnectionDialog dialog(connection, error.message());
             if (dialog.exec() != QDialog::Accepted || dialog.Connection().isEmpty())

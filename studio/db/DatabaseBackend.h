@@ -29,6 +29,10 @@ public:
     virtual QHash<QString, qint32> ColumnsOf(const QString& table) = 0;
     // Applies a statement time-out where the database supports one; 0 means none.
     virtual void SetTimeout(qint32 seconds) { Q_UNUSED(seconds); }
+    // Keeps other sessions from setting up the same database at the same time, where the
+    // database has a lock for that; EndSetUp never fails.
+    virtual void BeginSetUp() {}
+    virtual void EndSetUp() {}
 
     // Names that are put into statements unquoted must be plain (schema.)names.
     static void RequirePlainName(const QString& name, const QString& what);

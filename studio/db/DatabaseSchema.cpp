@@ -4,6 +4,7 @@
 #include "studio/db/SqlConnection.h"
 
 #include <QFile>
+#include <QRegularExpression>
 
 // Resources of a static library must be registered by name.
 static void initDatabaseResources() {
@@ -113,6 +114,19 @@ QStringList DatabaseSchema::Statements(const QString& script) {
         start = ++pos;
     }
     return statements;
+}
+
+QStringList DatabaseSchema::Tables(SqlBackend backend) {
+    static const QRegularExpression createTable(QStringLiteral("^CREATE TABLE\\s+(\\w+)"),
+                                                QRegularExpression::CaseInsensitiveOption |
+                                                    QRegularExpression::MultilineOption);
+    QStringList tables;
+    for (const QString& statement : Statements(schemaScriptOf(backend))) {
+        const auto match = createTable.match(statement);
+        if (match.hasMatch())
+            tables << match.captured(1).toLower();
+    }
+    return tables;
 }
 
 void DatabaseSchema::Install(SqlConnection& connection, SchemaForm form) {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "studio/db/ConnectionDescription.h"
+
 #include <QString>
 #include <QStringList>
 
@@ -17,6 +19,9 @@ enum class SchemaForm { WithEditorPosition, WithoutEditorPosition };
 class DatabaseSchema {
 public:
     static void Install(SqlConnection& connection, SchemaForm form);
+
+    // The tables the schema of a SQLite or PostgreSQL database creates, lower case.
+    static QStringList Tables(SqlBackend backend);
 
     // The statements of a script: split at semicolons outside quotes, comments and $tag$ bodies,
     // empty ones left out.

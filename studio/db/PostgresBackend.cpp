@@ -13,6 +13,9 @@ namespace Orvane::Studio {
 
 namespace {
 
+// The advisory lock all Orvane sessions take to set up a database: "Orvane" in ASCII.
+constexpr qint64 SetUpLockKey = 0x4f7276616e65;
+
 constexpr int VoidType = 2278; // pg_type oid of void: what a function without result returns
 
 // The type a parameter is cast to, so that PostgreSQL finds the function's overload.
@@ -94,6 +97,16 @@ void PostgresBackend::SetTimeout(qint32 seconds) {
         QStringLiteral("SET statement_timeout = %1").arg(qint64(qMax(0, seconds)) * 1000));
     m_timeout = seconds;
     m_timeoutSession = m_connection.Session();
+}
+
+void PostgresBackend::BeginSetUp() {
+    m_connection.Run(QStringLiteral("SELECT pg_advisory_lock(%1)").arg(SetUpLockKey));
+}
+
+// The lock ends with the session as well, so a failure here may be ignored.
+void PostgresBackend::EndSetUp() {
+    QSqlQuery(m_connection.Database())
+        .exec(QStringLiteral("SELECT pg_advisory_unlock(%1)").arg(SetUpLockKey));
 }
 
 } // namespace Orvane::Studio

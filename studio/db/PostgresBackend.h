@@ -19,6 +19,8 @@ public:
                            const QList<ProcedureParameter>& parameters) override;
     QHash<QString, qint32> ColumnsOf(const QString& table) override;
     void SetTimeout(qint32 seconds) override;
+    void BeginSetUp() override;
+    void EndSetUp() override;
 
 private:
     SqlConnection& m_connection;

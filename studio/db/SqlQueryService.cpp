@@ -2,6 +2,7 @@
 
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/DatabaseBackend.h"
+#include "studio/db/DatabaseContents.h"
 #include "studio/db/SqlConnection.h"
 #include "studio/db/SqlLiterals.h"
 #include "studio/db/SqlRecordset.h"
@@ -21,13 +22,51 @@ struct SqlQueryService::Private {
     bool setUp = false;
 };
 
-SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm)
+SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm,
+                                 const SetUpConsent& askToSetUp)
     : d(std::make_unique<Private>(connection)) {
-    if (Backend() != SqlBackend::ODBC &&
-        d->backend->ColumnsOf(QStringLiteral("eds_column")).isEmpty()) {
-        DatabaseSchema::Install(d->connection, newDatabaseForm);
-        d->setUp = true;
+    if (Backend() != SqlBackend::ODBC)
+        prepareSchema(newDatabaseForm, askToSetUp);
+    else if (d->backend->ColumnsOf(QStringLiteral("eds_column")).isEmpty())
+        throw Error(DatabaseContents::OdbcRefusal(DatabaseShown()));
+}
+
+void SqlQueryService::prepareSchema(SchemaForm form, const SetUpConsent& askToSetUp) {
+    const DatabaseContents contents = DatabaseContents::Of(d->connection);
+    if (contents.Contents() == DatabaseContents::Kind::Orvane)
+        return;
+    const bool foreignAllowed = contents.Contents() == DatabaseContents::Kind::Foreign &&
+                                askToSetUp &&
+                                askToSetUp(DatabaseContents::Question(DatabaseShown()));
+    if (contents.Contents() != DatabaseContents::Kind::Empty && !foreignAllowed)
+        throw Error(contents.Refusal(DatabaseShown()));
+    d->backend->BeginSetUp();
+    try {
+        setUpUnderLock(form, foreignAllowed);
+    } catch (...) {
+        d->backend->EndSetUp();
+        throw;
     }
+    d->backend->EndSetUp();
+}
+
+// Another session may have set the database up, or changed it, while this one waited.
+void SqlQueryService::setUpUnderLock(SchemaForm form, bool foreignAllowed) {
+    const DatabaseContents contents = DatabaseContents::Of(d->connection);
+    switch (contents.Contents()) {
+    case DatabaseContents::Kind::Orvane:
+        return;
+    case DatabaseContents::Kind::Foreign:
+        if (foreignAllowed)
+            break;
+        [[fallthrough]];
+    case DatabaseContents::Kind::Partial:
+        throw Error(contents.Refusal(DatabaseShown()));
+    case DatabaseContents::Kind::Empty:
+        break;
+    }
+    DatabaseSchema::Install(d->connection, form);
+    d->setUp = true;
 }
 
 SqlQueryService::~SqlQueryService() = default;

@@ -4,6 +4,7 @@
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/DatabaseSchema.h"
 
+#include <functional>
 #include <memory>
 
 namespace Orvane::Studio {
@@ -15,10 +16,13 @@ namespace Orvane::Studio {
 //   "/home/me/orvane.db" or "sqlite:/home/me/orvane.db"
 //   "postgresql://orvane@db.example.net:5432/orvane" (the password from PGPASSWORD or ~/.pgpass)
 //   "odbc:PMDB" or "odbc:DRIVER={Oracle};DBQ=pmdb;UID=pm;PWD=secret"
-// and fails with an Orvane::Error naming the database and the reason. A SQLite or PostgreSQL
-// database without the table eds_column (a new SQLite file, an empty PostgreSQL database) is
-// set up first with the schema, its procedures and the demo dictionary, eds_column in the given
-// form. ODBC databases are used as they are.
+// and fails with an Orvane::Error naming the database and the reason. An empty SQLite or
+// PostgreSQL database (a new SQLite file, a new PostgreSQL database) is set up first with the
+// schema, its procedures and the demo dictionary, eds_column in the given form; of two sessions
+// setting up one PostgreSQL database at once, one does it and the other waits and uses it. A
+// database with only some of Orvane's tables is refused, as is one with other tables and none of
+// Orvane's unless askToSetUp, given, answers yes. ODBC databases are used as they are, and
+// refused without Orvane's tables.
 //
 // The library's statements are in the Oracle dialect; on SQLite and PostgreSQL they pass through
 // OracleDialectBridge, over ODBC unchanged. Every failure is an Orvane::Error: a failing
@@ -33,8 +37,13 @@ namespace Orvane::Studio {
 // outside one; a transaction it dropped fails until rolled back. The catalog read stays.
 class SqlQueryService : public IQueryService {
 public:
+    // Asked, with a question that names the database, whether to set up a database that holds
+    // other tables; without one such a database is never changed.
+    using SetUpConsent = std::function<bool(const QString& question)>;
+
     explicit SqlQueryService(const QString& connection,
-                             SchemaForm newDatabaseForm = SchemaForm::WithEditorPosition);
+                             SchemaForm newDatabaseForm = SchemaForm::WithEditorPosition,
+                             const SetUpConsent& askToSetUp = {});
     ~SqlQueryService() override;
 
     std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,
@@ -71,6 +80,8 @@ public:
     QString Translate(const QString& statement) const;
 
 private:
+    void prepareSchema(SchemaForm form, const SetUpConsent& askToSetUp);
+    void setUpUnderLock(SchemaForm form, bool foreignAllowed);
     const QHash<QString, qint32>& columnsOf(const QString& table);
 
     struct Private;

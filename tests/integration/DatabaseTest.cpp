@@ -21,6 +21,8 @@ QString postgresServer() {
     return qEnvironmentVariable("ORVANE_TEST_PG");
 }
 
+} // namespace
+
 // Databases are made and dropped through the server's own database "postgres", which is left as
 // it is (a query service would set it up).
 void administer(const QString& statement) {
@@ -34,8 +36,6 @@ QString freshDatabaseName() {
         .arg(QCoreApplication::applicationPid())
         .arg(++counter);
 }
-
-} // namespace
 
 std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info) {
     const std::string backend = info.param.backend == SqlBackend::SQLite ? "SQLite" : "PostgreSQL";

@@ -62,6 +62,10 @@ private:
 
 // The connection text of the throwaway PostgreSQL server, with another database name.
 QString postgresConnection(const QString& database);
+// Runs one statement on the throwaway server's own database, "postgres".
+void administer(const QString& statement);
+// A database name no other test uses.
+QString freshDatabaseName();
 
 // The message of the Orvane::Error the action raises; a test failure when it raises none.
 std::string errorOf(const std::function<void()>& action);

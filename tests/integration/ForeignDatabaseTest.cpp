@@ -1,0 +1,164 @@
+#include "orvane/host/IRecordset.h"
+#include "orvane/host/OrvaneError.h"
+#include "studio/db/ConnectionDescription.h"
+#include "studio/db/SqlConnection.h"
+#include "studio/db/SqlQueryService.h"
+#include "tests/integration/DatabaseTest.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+#include <gmock/gmock.h>
+#include <thread>
+
+namespace Orvane::Testing {
+
+using Studio::SchemaForm;
+using Studio::SqlQueryService;
+using ::testing::AllOf;
+using ::testing::HasSubstr;
+
+namespace {
+
+void run(const QString& connection, const QStringList& statements) {
+    Studio::SqlConnection direct(Studio::ConnectionDescription::Parse(connection));
+    for (const QString& statement : statements)
+        direct.Run(statement);
+}
+
+// A database of someone else's: one table of its own with two rows.
+void makeForeign(const QString& connection) {
+    run(connection, {QStringLiteral("CREATE TABLE invoices (id INTEGER PRIMARY KEY, total "
+                                    "VARCHAR(20))"),
+                     QStringLiteral("INSERT INTO invoices VALUES (1, '12.50'), (2, '99.00')")});
+}
+
+// Every row of the table, in order, as one text.
+QString rowsOf(SqlQueryService& db, const QString& table) {
+    QString rows;
+    for (auto rst = db.OpenRecordset(QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(table));
+         !rst->Eof(); rst->MoveNext())
+        rows += rst->Value(QStringLiteral("id")).toString() + QLatin1Char('=') +
+                rst->Value(QStringLiteral("total")).toString() + QLatin1Char(';');
+    return rows;
+}
+
+QByteArray bytesOf(const QString& path) {
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+std::string refusal(const QString& connection, const SqlQueryService::SetUpConsent& answer = {}) {
+    return errorOf(
+        [&] { SqlQueryService service(connection, SchemaForm::WithEditorPosition, answer); });
+}
+
+class PostgresDatabase {
+public:
+    PostgresDatabase()
+        : m_name(freshDatabaseName()) {
+        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+    }
+    ~PostgresDatabase() {
+        administer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_name));
+    }
+    QString Connection() const { return postgresConnection(m_name); }
+
+private:
+    QString m_name;
+};
+
+bool withoutPostgres() {
+    return qEnvironmentVariable("ORVANE_TEST_PG").isEmpty();
+}
+
+} // namespace
+
+TEST(ForeignDatabaseTest, ForeignSqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("accounts.db"));
+    makeForeign(path);
+    const QByteArray before = bytesOf(path);
+
+    EXPECT_THAT(refusal(path), AllOf(HasSubstr("accounts.db"),
+                                     HasSubstr("holds other tables and none of Orvane's"),
+                                     HasSubstr("left unchanged")));
+    QStringList questions;
+    const auto no = [&](const QString& question) {
+        questions << question;
+        return false;
+    };
+    EXPECT_THAT(refusal(path, no), HasSubstr("left unchanged"));
+    ASSERT_EQ(questions.size(), 1);
+    EXPECT_THAT(questions[0].toStdString(), AllOf(HasSubstr("to the SQLite database"),
+                                                  HasSubstr("accounts.db\"? It is not empty")));
+    EXPECT_EQ(bytesOf(path), before);
+
+    SqlQueryService db(path, SchemaForm::WithEditorPosition, [](const QString&) { return true; });
+    EXPECT_TRUE(db.SetUpOnOpen());
+    EXPECT_EQ(rowsOf(db, QStringLiteral("invoices")), "1=12.50;2=99.00;");
+}
+
+TEST(ForeignDatabaseTest, PartialSchemaIsRefusedNamingWhatIsMissing) {
+    QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("orvane.db"));
+    { SqlQueryService setUp(path); }
+    run(path,
+        {QStringLiteral("DROP TABLE eds_primarykey"), QStringLiteral("DROP TABLE qvd_eds_def")});
+    const QByteArray before = bytesOf(path);
+
+    bool asked = false;
+    EXPECT_THAT(refusal(path,
+                        [&](const QString&) {
+                            asked = true;
+                            return true;
+                        }),
+                AllOf(HasSubstr("only some of Orvane's tables"),
+                      HasSubstr("missing: eds_primarykey, qvd_eds_def")));
+    EXPECT_FALSE(asked);
+    EXPECT_EQ(bytesOf(path), before);
+}
+
+TEST(ForeignDatabaseTest, ForeignPostgresDatabaseIsLeftRowForRow) {
+    if (withoutPostgres())
+        GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
+    const PostgresDatabase database;
+    makeForeign(database.Connection());
+
+    EXPECT_THAT(refusal(database.Connection(), [](const QString&) { return false; }),
+                AllOf(HasSubstr("the PostgreSQL database"), HasSubstr("left unchanged")));
+    Studio::SqlConnection look(Studio::ConnectionDescription::Parse(database.Connection()));
+    auto relations = look.Run(QStringLiteral(
+        "SELECT string_agg(relname, ',' ORDER BY relname) FROM pg_class c JOIN pg_namespace n "
+        "ON n.oid = c.relnamespace WHERE n.nspname = 'public' AND c.relkind IN ('r', 'v', 'S')"));
+    ASSERT_TRUE(relations.next());
+    EXPECT_EQ(relations.value(0).toString(), "invoices");
+    auto rows = look.Run(QStringLiteral("SELECT string_agg(id || '=' || total, ';' ORDER BY id) "
+                                        "FROM invoices"));
+    ASSERT_TRUE(rows.next());
+    EXPECT_EQ(rows.value(0).toString(), "1=12.50;2=99.00");
+}
+
+// Two first opens at once: one sets the database up, the other waits for it and uses it.
+TEST(ForeignDatabaseTest, ConcurrentFirstOpensOfAnEmptyPostgresDatabaseBothSucceed) {
+    if (withoutPostgres())
+        GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
+    const PostgresDatabase database;
+    QString errors[2];
+    bool setUp[2] = {false, false};
+    const auto open = [&](int which) {
+        try {
+            setUp[which] = SqlQueryService(database.Connection()).SetUpOnOpen();
+        } catch (const Error& error) {
+            errors[which] = error.message();
+        }
+    };
+    {
+        const std::jthread first(open, 0);
+        const std::jthread second(open, 1);
+    }
+    EXPECT_EQ(errors[0] + errors[1], QString());
+    EXPECT_NE(setUp[0], setUp[1]);
+    EXPECT_FALSE(SqlQueryService(database.Connection()).SetUpOnOpen());
+}
+
+} // namespace Orvane::Testing
