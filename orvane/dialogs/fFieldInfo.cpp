@@ -8,6 +8,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/host/XTechnologies.h"
 #include "orvane/model/ColumnSave.h"
+#include "orvane/model/DataTypes.h"
 #include "orvane/model/FieldNameRule.h"
 #include "orvane/widgets/ControlState.h"
 #include "orvane/widgets/ErrorReport.h"
@@ -39,16 +40,12 @@ constexpr qint32 UnderlineBit = 4;
 // The host reports a taken name as error code 2 with its flag set.
 constexpr qint32 NameTakenCode = 2;
 
-// The three types a dictionary field may have, in the order the list shows them.
-const QStringList FieldDataTypes{QStringLiteral("Integer"), QStringLiteral("Float"),
-                                 QStringLiteral("String")};
-
 QString dataTypeCode(const QString& word) {
-    return FieldDataTypes.contains(word) ? word.left(1) : QString();
+    return mOrvane::FieldDataTypes.contains(word) ? word.left(1) : QString();
 }
 
 QString dataTypeWord(const QString& code) {
-    for (const QString& word : FieldDataTypes) {
+    for (const QString& word : mOrvane::FieldDataTypes) {
         if (word.left(1) == code)
             return word;
     }
@@ -337,7 +334,7 @@ void fFieldInfo::fillAggregatorList(QComboBox& list, const QString& stored) {
 }
 
 void fFieldInfo::fillDataTypeList() {
-    cboDataType->addItems(FieldDataTypes);
+    cboDataType->addItems(mOrvane::FieldDataTypes);
     cboDataType->setCurrentIndex(qMax(0, cboDataType->findText(m_dataType, Qt::MatchExactly)));
 }
 

@@ -21,9 +21,6 @@ namespace Orvane {
 namespace {
 
 const QString AppGroup = QStringLiteral("Traffic");
-// The data types the field editor offers.
-const QStringList FieldDataTypes{QStringLiteral("Integer"), QStringLiteral("Float"),
-                                 QStringLiteral("String")};
 
 struct EntityRef {
     qint32 id = 0;
@@ -219,7 +216,7 @@ bool DefinitionImport::checkNewField(const FieldReference& field, const QString&
     checkLength(d.description, limits.description, path + QStringLiteral(".description"));
     checkLength(d.heading1, limits.heading1, path + QStringLiteral(".heading1"));
     checkLength(d.heading2, limits.heading2, path + QStringLiteral(".heading2"));
-    if (!FieldDataTypes.contains(d.dataType))
+    if (!mOrvane::FieldDataTypes.contains(d.dataType))
         problem(path + QStringLiteral(".dataType"),
                 QStringLiteral("a field's data type is Integer, Float or String"));
     if (!fieldInfo.AggregationPairId(d.timeAggregator, elementAggregator(d)))
