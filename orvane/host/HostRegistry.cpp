@@ -16,6 +16,11 @@ std::shared_ptr<IEntityChooser>& hostEntityChooser() {
     return chooser;
 }
 
+std::shared_ptr<ISourceCatalog>& sourceCatalog() {
+    static std::shared_ptr<ISourceCatalog> catalog;
+    return catalog;
+}
+
 HostComponents& installed() {
     static HostComponents components;
     return components;
@@ -36,6 +41,7 @@ void HostRegistry::Install(HostComponents components) {
 void HostRegistry::Uninstall() {
     installed() = HostComponents();
     hostEntityChooser().reset();
+    sourceCatalog().reset();
 }
 
 bool HostRegistry::HasQuery() {
@@ -74,6 +80,18 @@ IEntityChooser& HostRegistry::EntityChooser() {
 
 void HostRegistry::SetDefaultEntityChooser(std::shared_ptr<IEntityChooser> chooser) {
     defaultEntityChooser() = std::move(chooser);
+}
+
+void HostRegistry::InstallSourceCatalog(std::shared_ptr<ISourceCatalog> catalog) {
+    sourceCatalog() = std::move(catalog);
+}
+
+bool HostRegistry::HasSourceCatalog() {
+    return sourceCatalog() != nullptr;
+}
+
+ISourceCatalog& HostRegistry::SourceCatalog() {
+    return require(sourceCatalog(), "source catalog");
 }
 
 } // namespace Orvane

@@ -8,6 +8,7 @@ class IApplication;
 class IEntityChooser;
 class IFieldInfoService;
 class IQueryService;
+class ISourceCatalog;
 class IWidgetFactory;
 
 // What a host hands the library at start-up.
@@ -40,6 +41,11 @@ public:
     // Called once by the library's dialogs, so that the model can ask for an entity without
     // knowing any dialog.
     static void SetDefaultEntityChooser(std::shared_ptr<IEntityChooser> chooser);
+    // Optional: a host that can reach the databases ODBC sources read installs its catalog here;
+    // Uninstall removes it.
+    static void InstallSourceCatalog(std::shared_ptr<ISourceCatalog> catalog);
+    static bool HasSourceCatalog();
+    static ISourceCatalog& SourceCatalog();
 };
 
 } // namespace Orvane
