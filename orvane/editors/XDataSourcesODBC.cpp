@@ -1,11 +1,20 @@
 #include "orvane/editors/XDataSourcesODBC.h"
 
+#include "orvane/host/BusyPointer.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
+#include "orvane/host/OrvaneError.h"
+#include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/TablePicker.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
 #include <QGroupBox>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 
@@ -22,9 +31,11 @@ XDataSourcesODBC::XDataSourcesODBC(QWidget* parent)
     : SourceSettingsEditor(parent, LeastSize) {
     setObjectName(QStringLiteral("XDataSourcesODBC"));
     createControls();
+    createCatalogButtons();
     layoutControls();
     orderTabs();
     applyFrequencyRule();
+    showCatalogControls();
 }
 
 XDataSourcesODBC::~XDataSourcesODBC() = default;
@@ -50,6 +61,18 @@ void XDataSourcesODBC::createControls() {
     createFrequencyLabel(this);
 }
 
+// After the controls of the settings, so that their order stays what IsValid walks.
+void XDataSourcesODBC::createCatalogButtons() {
+    cmdTables = new QPushButton(QStringLiteral("..."), fraDatabase);
+    cmdTables->setObjectName(QStringLiteral("cmdTables"));
+    cmdTables->setToolTip(tr("Choose the table from the database's list"));
+    connect(cmdTables, &QPushButton::clicked, this, &XDataSourcesODBC::pickTable);
+    cmdTestConnection = new QPushButton(tr("Test Connection"), fraLogin);
+    cmdTestConnection->setObjectName(QStringLiteral("cmdTestConnection"));
+    cmdTestConnection->setToolTip(tr("Connect with this login and disconnect"));
+    connect(cmdTestConnection, &QPushButton::clicked, this, &XDataSourcesODBC::testConnection);
+}
+
 QGroupBox* XDataSourcesODBC::createFrame(const QString& name, const QString& caption) {
     auto* frame = new QGroupBox(caption, this);
     frame->setObjectName(name);
@@ -65,8 +88,9 @@ QLineEdit* XDataSourcesODBC::createSettingBox(const QString& name, QWidget* fram
 
 // The screen shows Server, Database, Table, UserId, Password from the top; the keyboard follows.
 void XDataSourcesODBC::orderTabs() {
-    const QList<QWidget*> order = {txtDB_Server,   txtDB_Database, txtDB_Table, txtDB_UserId,
-                                   txtDB_Password, ckTimeSeries,   cboFrequency};
+    const QList<QWidget*> order = {txtDB_Server,      txtDB_Database, txtDB_Table,
+                                   cmdTables,         txtDB_UserId,   txtDB_Password,
+                                   cmdTestConnection, ckTimeSeries,   cboFrequency};
     for (qsizetype i = 1; i < order.size(); ++i)
         QWidget::setTabOrder(order.at(i - 1), order.at(i));
 }
@@ -117,6 +141,7 @@ void XDataSourcesODBC::InitializeDefaults() {
     showTimeSeriesDefaults();
     for (QLineEdit* textBox : m_textBoxes)
         textBox->clear();
+    showCatalogControls();
 }
 
 void XDataSourcesODBC::Initialize(bool bIsTimeSeries, qint32 lFreq, const QString& sServer,
@@ -133,6 +158,7 @@ void XDataSourcesODBC::Initialize(bool bIsTimeSeries, qint32 lFreq, const QStrin
     // Unlike the ASCII editor, the frequency rule is not applied again: with the permission the
     // frequency box stays enabled even beside an unchecked box, until the box is next clicked.
     applyEditPermission();
+    showCatalogControls();
 }
 
 bool XDataSourcesODBC::IsValid(const QString& sMsgBoxTitle) {
@@ -155,6 +181,75 @@ bool XDataSourcesODBC::IsValid(const QString& sMsgBoxTitle) {
     return true;
 }
 
+QList<CatalogColumn> XDataSourcesODBC::TableColumns() {
+    QList<CatalogColumn> columns;
+    const QString title = tr("Table Columns");
+    if (!catalogReady(title, true))
+        return columns;
+    mOrvane::RunReported(*this, [&] {
+        BusyPointer busy;
+        columns = HostRegistry::SourceCatalog().Columns(login(), Table());
+    });
+    return columns;
+}
+
+SourceLogin XDataSourcesODBC::login() const {
+    return {Server(), Database(), UserId(), Password()};
+}
+
+bool XDataSourcesODBC::catalogReady(const QString& title, bool tableNeeded) {
+    if (!HostRegistry::HasSourceCatalog()) {
+        HostRegistry::App().MsgBox(tr("This application cannot read the database's catalog."),
+                                   MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation, title);
+        return false;
+    }
+    QLineEdit* missing = Server().isEmpty()                 ? txtDB_Server
+                         : tableNeeded && Table().isEmpty() ? txtDB_Table
+                                                            : nullptr;
+    if (missing)
+        reportInvalid(tr("Please enter %1").arg(missing->objectName().mid(6)), title, missing);
+    return missing == nullptr;
+}
+
+// The driver's reason is the message of a failure; the catalog keeps the password out of it.
+void XDataSourcesODBC::testConnection() {
+    const QString title = tr("Test Connection");
+    if (!catalogReady(title, false))
+        return;
+    try {
+        BusyPointer busy;
+        HostRegistry::SourceCatalog().TestConnection(login());
+    } catch (const Error& error) {
+        HostRegistry::App().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
+                                   title);
+        return;
+    }
+    HostRegistry::App().MsgBox(tr("The connection succeeded."), MsgBoxButtons::OKOnly,
+                               MsgBoxIcon::Information, title);
+}
+
+// A chosen table goes into the box as typing does, change event and all.
+void XDataSourcesODBC::pickTable() {
+    if (!catalogReady(tr("Select Table"), false))
+        return;
+    QStringList tables;
+    const bool read = mOrvane::RunReported(*this, [&] {
+        BusyPointer busy;
+        tables = HostRegistry::SourceCatalog().Tables(login());
+    });
+    if (!read)
+        return;
+    if (tables.isEmpty()) {
+        HostRegistry::App().MsgBox(tr("The database lists no tables for this login."),
+                                   MsgBoxButtons::OKOnly, MsgBoxIcon::Information,
+                                   tr("Select Table"));
+        return;
+    }
+    const QString chosen = TablePicker::Pick(tables, Table(), this);
+    if (!chosen.isEmpty())
+        txtDB_Table->setText(chosen);
+}
+
 void XDataSourcesODBC::timeSeriesClicked(bool) {
     applyFrequencyRule();
     raiseChange(true);
@@ -163,10 +258,10 @@ void XDataSourcesODBC::timeSeriesClicked(bool) {
 // Server, Database and Table from the top in "Source", UserId above Password in "Login",
 // the time series last.
 void XDataSourcesODBC::layoutControls() {
-    layoutFrame(
-        fraDatabase,
-        {{lblServer, txtDB_Server}, {lblDatabase, txtDB_Database}, {lblTable, txtDB_Table}});
-    layoutFrame(fraLogin, {{lblUser, txtDB_UserId}, {lblPass, txtDB_Password}});
+    layoutFrame(fraDatabase, {{lblServer, txtDB_Server},
+                              {lblDatabase, txtDB_Database},
+                              {lblTable, txtDB_Table, cmdTables}});
+    layoutFrame(fraLogin, {{lblUser, txtDB_UserId}, {lblPass, txtDB_Password, cmdTestConnection}});
     auto* page = new QVBoxLayout(this);
     page->addWidget(fraDatabase);
     page->addWidget(fraLogin);
@@ -174,15 +269,30 @@ void XDataSourcesODBC::layoutControls() {
     page->addStretch(1);
 }
 
-void XDataSourcesODBC::layoutFrame(QGroupBox* frame,
-                                   std::initializer_list<std::pair<QLabel*, QLineEdit*>> rows) {
+void XDataSourcesODBC::layoutFrame(QGroupBox* frame, std::initializer_list<FrameRow> rows) {
     auto* form = new QFormLayout(frame);
     form->setLabelAlignment(Qt::AlignRight | Qt::AlignVCenter);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
-    for (auto [label, textBox] : rows) {
-        label->setBuddy(textBox);
-        form->addRow(label, textBox);
+    for (const FrameRow& row : rows) {
+        row.label->setBuddy(row.textBox);
+        if (!row.button) {
+            form->addRow(row.label, row.textBox);
+            continue;
+        }
+        auto* line = new QHBoxLayout;
+        line->addWidget(row.textBox, 1);
+        line->addWidget(row.button);
+        form->addRow(row.label, line);
     }
+}
+
+// Testing the login reads nothing the user could change, so it stays open without the edit
+// permission; choosing a table does not.
+void XDataSourcesODBC::showCatalogControls() {
+    const bool catalog = HostRegistry::HasSourceCatalog();
+    cmdTables->setVisible(catalog);
+    cmdTestConnection->setVisible(catalog);
+    cmdTestConnection->setEnabled(true);
 }
 
 } // namespace Orvane

@@ -1,18 +1,21 @@
 #pragma once
 
 #include "orvane/editors/SourceSettingsEditor.h"
+#include "orvane/host/ISourceCatalog.h"
 
 #include <QList>
 
 #include <initializer_list>
-#include <utility>
 
 class QGroupBox;
+class QPushButton;
 
 namespace Orvane {
 
 // The settings of an ODBC data source: server, database and table, the login, and the time
 // series. A view of the document: the host copies the properties into it after IsValid.
+// When the host installed a source catalog, the login can be tested and the table chosen from
+// the database's list.
 class XDataSourcesODBC : public SourceSettingsEditor {
     Q_OBJECT
 
@@ -38,6 +41,11 @@ public:
                     const QString& sPassword);
     bool IsValid(const QString& sMsgBoxTitle);
 
+    // The columns of the table as the host's catalog reads them, to lay out the source's
+    // columns from. Without a catalog, server or table, or when reading fails, the user is told
+    // why and the list is empty.
+    QList<CatalogColumn> TableColumns();
+
 protected:
     void timeSeriesClicked(bool checked) override;
 
@@ -46,9 +54,21 @@ private:
     QGroupBox* createFrame(const QString& name, const QString& caption);
     QLineEdit* createSettingBox(const QString& name, QWidget* frame);
     void orderTabs();
+    void createCatalogButtons();
     void layoutControls();
-    static void layoutFrame(QGroupBox* frame,
-                            std::initializer_list<std::pair<QLabel*, QLineEdit*>> rows);
+    struct FrameRow {
+        QLabel* label;
+        QLineEdit* textBox;
+        QPushButton* button = nullptr;
+    };
+    static void layoutFrame(QGroupBox* frame, std::initializer_list<FrameRow> rows);
+    void showCatalogControls();
+
+    SourceLogin login() const;
+    // Asks for the server first when it is empty; the title is the command's.
+    bool catalogReady(const QString& title, bool tableNeeded);
+    void testConnection();
+    void pickTable();
 
     QGroupBox* fraDatabase = nullptr;
     QLineEdit* txtDB_Table = nullptr;
@@ -62,6 +82,8 @@ private:
     QLineEdit* txtDB_UserId = nullptr;
     QLabel* lblPass = nullptr;
     QLabel* lblUser = nullptr;
+    QPushButton* cmdTables = nullptr;
+    QPushButton* cmdTestConnection = nullptr;
     QList<QLineEdit*> m_textBoxes;
 };
 
