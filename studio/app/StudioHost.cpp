@@ -2,6 +2,7 @@
 
 #include "orvane/host/HostRegistry.h"
 #include "studio/app/StudioApplication.h"
+#include "studio/db/OdbcCatalog.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/dictionary/DictionaryService.h"
 #include "studio/widgets/StudioWidgetFactory.h"
@@ -18,6 +19,7 @@ void StudioHost::Use(std::shared_ptr<SqlQueryService> database) {
     m_dictionary = std::make_shared<DictionaryService>(*m_database);
     m_widgets = std::make_shared<StudioWidgetFactory>(m_dictionary);
     HostRegistry::Install({m_database, m_dictionary, m_application, m_widgets});
+    HostRegistry::InstallSourceCatalog(std::make_shared<OdbcCatalog>());
 }
 
 StudioHost::~StudioHost() {
