@@ -2,6 +2,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/DatabaseSchema.h"
+#include "studio/db/OdbcCatalog.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -91,6 +92,22 @@ TEST(ConnectionDescriptionTest, EachFormNamesItsDatabase) {
     EXPECT_THROW(ConnectionDescription::Parse("odbc:"), Error);
     EXPECT_THROW(ConnectionDescription::Parse("sqlite:"), Error);
     EXPECT_THROW(ConnectionDescription::Parse("oracle://pm/db"), Error);
+}
+
+// The driver writes DSN= itself before a text that names neither DRIVER nor SERVER.
+TEST(OdbcCatalogTest, LoginsBecomeConnectionTextsWithTheirValuesBracedWhenNeeded) {
+    const struct {
+        SourceLogin login;
+        QString text;
+    } cases[] = {
+        {{" Sales ", "", "", ""}, "Sales"},
+        {{"DSN=Sales", "dwh", "scott", "tiger"}, "Sales;DATABASE=dwh;UID=scott;PWD=tiger"},
+        {{"DRIVER={PostgreSQL Unicode};SERVER=db1", "", "ops", "a;b}c"},
+         "DRIVER={PostgreSQL Unicode};SERVER=db1;UID=ops;PWD={a;b}}c}"},
+        {{"Sales", "my db", "", " x"}, "Sales;DATABASE={my db};PWD={ x}"},
+    };
+    for (const auto& [login, text] : cases)
+        EXPECT_EQ(Studio::OdbcCatalog::ConnectionText(login), text);
 }
 
 TEST(DatabaseSchemaTest, ScriptsSplitAtSemicolonsOutsideQuotesCommentsAndBodies) {

@@ -1,0 +1,112 @@
+#include "studio/db/OdbcCatalog.h"
+#include "orvane/editors/XDataSourcesODBC.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IRecordset.h"
+#include "orvane/widgets/TablePicker.h"
+#include "studio/db/ConnectionDescription.h"
+#include "studio/db/SqlConnection.h"
+#include "studio/db/SqlQueryService.h"
+#include "tests/integration/DatabaseTest.h"
+#include "tests/support/FakeHost.h"
+
+#include <QLineEdit>
+#include <QPushButton>
+#include <gmock/gmock.h>
+
+namespace Orvane::Testing {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+// A database of the throwaway server with one table of counters, reached through the ODBC data
+// source the test script registered.
+class OdbcCatalogTest : public FakeHostTest {
+protected:
+    void SetUp() override {
+        if (qEnvironmentVariable("ORVANE_TEST_ODBC_DSN").isEmpty())
+            GTEST_SKIP() << "ORVANE_TEST_ODBC_DSN is not set: no ODBC data source to test";
+        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+        Studio::SqlConnection(Studio::ConnectionDescription::Parse(postgresConnection(m_name)))
+            .Run(QStringLiteral("CREATE TABLE cell_counters (cell_id INTEGER, calls BIGINT, "
+                                "traffic DOUBLE PRECISION, erlangs NUMERIC(10,2), site "
+                                "VARCHAR(20), note TEXT, day DATE, taken TIMESTAMP)"));
+        const auto server = Studio::ConnectionDescription::Parse(postgresConnection(m_name));
+        login = {qEnvironmentVariable("ORVANE_TEST_ODBC_DSN"), m_name, server.user,
+                 server.password};
+        HostRegistry::InstallSourceCatalog(catalog);
+    }
+    void TearDown() override {
+        if (!qEnvironmentVariable("ORVANE_TEST_ODBC_DSN").isEmpty())
+            administer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_name));
+    }
+
+    std::shared_ptr<Studio::OdbcCatalog> catalog = std::make_shared<Studio::OdbcCatalog>();
+    SourceLogin login;
+
+private:
+    QString m_name = freshDatabaseName();
+};
+
+TEST_F(OdbcCatalogTest, LoginIsTestedAndAFailureGivesTheDriversReasonWithoutThePassword) {
+    EXPECT_NO_THROW(catalog->TestConnection(login));
+    SourceLogin wrong = login;
+    wrong.password = QStringLiteral("Wr0ng;Secret");
+    const std::string refused = errorOf([&] { catalog->TestConnection(wrong); });
+    EXPECT_THAT(refused, AllOf(HasSubstr("password authentication failed"), Not(HasSubstr("Wr0ng")),
+                               Not(HasSubstr("Secret"))));
+    wrong.server = QStringLiteral("no_such_source");
+    EXPECT_THAT(errorOf([&] { catalog->TestConnection(wrong); }),
+                AllOf(HasSubstr("no_such_source"), Not(HasSubstr("Wr0ng"))));
+}
+
+TEST_F(OdbcCatalogTest, TablesAndColumnsComeWithTheColumnTypeCodes) {
+    EXPECT_THAT(catalog->Tables(login), ::testing::Contains(QStringLiteral("cell_counters")));
+    QStringList columns;
+    for (const CatalogColumn& column : catalog->Columns(login, QStringLiteral("CELL_COUNTERS")))
+        columns << column.name + QLatin1Char(' ') + column.typeCode;
+    EXPECT_EQ(columns.join(QStringLiteral(", ")),
+              "cell_id I, calls I, traffic F, erlangs F, site S, note S, day D, taken D");
+    EXPECT_THAT(errorOf([&] { catalog->Columns(login, QStringLiteral("no_such_table")); }),
+                HasSubstr("\"no_such_table\" was not found"));
+}
+
+TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
+    XDataSourcesODBC editor;
+    editor.setServer(login.server);
+    editor.setDatabase(login.database);
+    editor.setUserId(login.userId);
+    editor.setPassword(QStringLiteral("Wr0ngSecret"));
+    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
+    editor.setPassword(login.password);
+    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
+    ASSERT_EQ(app->msgBoxes.size(), 2);
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    EXPECT_THAT(app->msgBoxes[0].prompt.toStdString(), Not(HasSubstr("Wr0ngSecret")));
+    EXPECT_EQ(app->msgBoxes[1].prompt, "The connection succeeded.");
+
+    app->modalHandlers.push_back([](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>(QStringLiteral("txtFilter"))->setText(QStringLiteral("CELL"));
+        return QDialog::Accepted;
+    });
+    editor.findChild<QPushButton*>(QStringLiteral("cmdTables"))->click();
+    EXPECT_EQ(editor.Table(), "cell_counters");
+    EXPECT_EQ(editor.TableColumns().size(), 8);
+}
+
+// The Studio's ODBC backend speaks the Oracle dialect unchanged, so over PostgreSQL only its
+// opening and its refusal of a database without Orvane's tables can be tried.
+TEST_F(OdbcCatalogTest, StudioOpensOrvaneDatabasesOverOdbcAndRefusesOthersPlainly) {
+    const QString odbc = QStringLiteral("odbc:") + Studio::OdbcCatalog::ConnectionText(login);
+    EXPECT_THAT(errorOf([&] { Studio::SqlQueryService refused(odbc); }),
+                AllOf(HasSubstr("has no Orvane tables"), HasSubstr("never set up"),
+                      Not(HasSubstr(login.password.toStdString()))));
+    administer(QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(login.database));
+    administer(QStringLiteral("CREATE DATABASE ") + login.database);
+    { Studio::SqlQueryService setUp(postgresConnection(login.database)); }
+    Studio::SqlQueryService opened(odbc);
+    EXPECT_EQ(opened.Backend(), Studio::SqlBackend::ODBC);
+    EXPECT_FALSE(
+        opened.OpenRecordset(QStringLiteral("SELECT frequency_id FROM qv_frequency"))->Eof());
+}
+
+} // namespace Orvane::Testing
