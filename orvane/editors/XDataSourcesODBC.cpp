@@ -16,6 +16,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace Orvane {
@@ -63,10 +64,11 @@ void XDataSourcesODBC::createControls() {
 
 // After the controls of the settings, so that their order stays what IsValid walks.
 void XDataSourcesODBC::createCatalogButtons() {
-    cmdTables = new QPushButton(QStringLiteral("..."), fraDatabase);
+    cmdTables = new QToolButton(fraDatabase);
+    cmdTables->setText(QStringLiteral("..."));
     cmdTables->setObjectName(QStringLiteral("cmdTables"));
     cmdTables->setToolTip(tr("Choose the table from the database's list"));
-    connect(cmdTables, &QPushButton::clicked, this, &XDataSourcesODBC::pickTable);
+    connect(cmdTables, &QToolButton::clicked, this, &XDataSourcesODBC::pickTable);
     cmdTestConnection = new QPushButton(tr("Test Connection"), fraLogin);
     cmdTestConnection->setObjectName(QStringLiteral("cmdTestConnection"));
     cmdTestConnection->setToolTip(tr("Connect with this login and disconnect"));

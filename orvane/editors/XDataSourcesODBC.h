@@ -9,6 +9,7 @@
 
 class QGroupBox;
 class QPushButton;
+class QToolButton;
 
 namespace Orvane {
 
@@ -59,7 +60,7 @@ private:
     struct FrameRow {
         QLabel* label;
         QLineEdit* textBox;
-        QPushButton* button = nullptr;
+        QWidget* button = nullptr;
     };
     static void layoutFrame(QGroupBox* frame, std::initializer_list<FrameRow> rows);
     void showCatalogControls();
@@ -82,7 +83,7 @@ private:
     QLineEdit* txtDB_UserId = nullptr;
     QLabel* lblPass = nullptr;
     QLabel* lblUser = nullptr;
-    QPushButton* cmdTables = nullptr;
+    QToolButton* cmdTables = nullptr;
     QPushButton* cmdTestConnection = nullptr;
     QList<QLineEdit*> m_textBoxes;
 };

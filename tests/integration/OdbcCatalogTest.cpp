@@ -88,7 +88,7 @@ TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
         dialog.findChild<QLineEdit*>(QStringLiteral("txtFilter"))->setText(QStringLiteral("CELL"));
         return QDialog::Accepted;
     });
-    editor.findChild<QPushButton*>(QStringLiteral("cmdTables"))->click();
+    editor.findChild<QAbstractButton*>(QStringLiteral("cmdTables"))->click();
     EXPECT_EQ(editor.Table(), "cell_counters");
     EXPECT_EQ(editor.TableColumns().size(), 8);
 }
