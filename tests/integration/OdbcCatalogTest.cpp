@@ -72,6 +72,7 @@ TEST_F(OdbcCatalogTest, TablesAndColumnsComeWithTheColumnTypeCodes) {
 
 TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
     XDataSourcesODBC editor;
+    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
     editor.setServer(login.server);
     editor.setDatabase(login.database);
     editor.setUserId(login.userId);
@@ -79,10 +80,12 @@ TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
     editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
     editor.setPassword(login.password);
     editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
-    ASSERT_EQ(app->msgBoxes.size(), 2);
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-    EXPECT_THAT(app->msgBoxes[0].prompt.toStdString(), Not(HasSubstr("Wr0ngSecret")));
-    EXPECT_EQ(app->msgBoxes[1].prompt, "The connection succeeded.");
+    ASSERT_EQ(app->msgBoxes.size(), 3);
+    EXPECT_EQ(app->msgBoxes[0].prompt, "Please enter Server");
+    EXPECT_EQ(app->msgBoxes[1].icon, MsgBoxIcon::Critical);
+    EXPECT_THAT(app->msgBoxes[1].prompt.toStdString(),
+                AllOf(HasSubstr("password authentication failed"), Not(HasSubstr("Wr0ng"))));
+    EXPECT_EQ(app->msgBoxes[2].prompt, "The connection succeeded.");
 
     app->modalHandlers.push_back([](QDialog& dialog) {
         dialog.findChild<QLineEdit*>(QStringLiteral("txtFilter"))->setText(QStringLiteral("CELL"));
@@ -91,6 +94,10 @@ TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
     editor.findChild<QAbstractButton*>(QStringLiteral("cmdTables"))->click();
     EXPECT_EQ(editor.Table(), "cell_counters");
     EXPECT_EQ(editor.TableColumns().size(), 8);
+
+    HostRegistry::InstallSourceCatalog(nullptr);
+    XDataSourcesODBC withoutCatalog;
+    EXPECT_TRUE(withoutCatalog.findChild<QWidget*>(QStringLiteral("cmdTables"))->isHidden());
 }
 
 // The Studio's ODBC backend speaks the Oracle dialect unchanged, so over PostgreSQL only its

@@ -95,7 +95,7 @@ TEST(ConnectionDescriptionTest, EachFormNamesItsDatabase) {
 }
 
 // The driver writes DSN= itself before a text that names neither DRIVER nor SERVER.
-TEST(OdbcCatalogTest, LoginsBecomeConnectionTextsWithTheirValuesBracedWhenNeeded) {
+TEST(OdbcConnectionTextTest, LoginsBecomeConnectionTextsWithTheirValuesBracedWhenNeeded) {
     const struct {
         SourceLogin login;
         QString text;

@@ -1,9 +1,5 @@
 #include "orvane/editors/XDataSourcesODBC.h"
-#include "orvane/host/HostRegistry.h"
-#include "orvane/host/OrvaneError.h"
 #include "tests/widgets/SettingsEditorFixture.h"
-
-#include <QPushButton>
 
 namespace Orvane::Testing {
 namespace {
@@ -86,33 +82,6 @@ TEST_F(XDataSourcesODBCTest, EditPermissionGovernsInputsButNotLabelsOrFrames) {
     timeSeries()->click();
     timeSeries()->click();
     EXPECT_FALSE(frequency()->isEnabled());
-}
-
-class RefusingCatalog : public ISourceCatalog {
-public:
-    void TestConnection(const SourceLogin&) override { throw Error("refused"); }
-    QStringList Tables(const SourceLogin&) override { throw Error("refused"); }
-    QList<CatalogColumn> Columns(const SourceLogin&, const QString&) override { return {}; }
-};
-
-TEST_F(XDataSourcesODBCTest, CatalogButtonsShowOnlyWithACatalogAndAskForTheServerFirst) {
-    editor.InitializeDefaults();
-    auto* test = child<QPushButton>(editor, "cmdTestConnection");
-    EXPECT_TRUE(test->isHidden());
-    EXPECT_TRUE(child<QAbstractButton>(editor, "cmdTables")->isHidden());
-    HostRegistry::InstallSourceCatalog(std::make_shared<RefusingCatalog>());
-    editor.InitializeDefaults();
-    EXPECT_FALSE(test->isHidden());
-    showActive();
-    test->click();
-    editor.setServer("srv");
-    test->click();
-    child<QAbstractButton>(editor, "cmdTables")->click();
-    ASSERT_EQ(app->msgBoxes.size(), 3);
-    EXPECT_EQ(app->msgBoxes[0].prompt, "Please enter Server");
-    EXPECT_EQ(QApplication::focusWidget(), box("txtDB_Server"));
-    EXPECT_EQ(app->msgBoxes[1].prompt + app->msgBoxes[2].prompt, "refusedrefused");
-    EXPECT_TRUE(app->modalShown.isEmpty());
 }
 
 } // namespace
