@@ -70,6 +70,11 @@ void XDataSourcesGen::createControls() {
     // Only keystrokes count as edits of the file name, and they count even while Loading.
     connect(txtFile, &FileNameEdit::keyAccepted, this, [this] { emit dsgChange(false); });
     connect(cboDelimeter, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+
+    notifyTrimmedChanges(txtDescription, [this](const QString& v) { emit DescriptionChanged(v); });
+    notifyTrimmedChanges(txtFile, [this](const QString& v) { emit Eds_FileChanged(v); });
+    connect(cboDelimeter, &QComboBox::currentIndexChanged, this,
+            [this] { emit Eds_DelimeterChanged(Eds_Delimeter()); });
 }
 
 void XDataSourcesGen::fillDelimiters() {

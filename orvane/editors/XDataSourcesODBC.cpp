@@ -48,6 +48,12 @@ void XDataSourcesODBC::createControls() {
     createTimeSeriesBox(this);
     createFrequencyBox(this, QStringLiteral("Select data frequency"));
     createFrequencyLabel(this);
+
+    notifyTrimmedChanges(txtDB_Server, [this](const QString& v) { emit ServerChanged(v); });
+    notifyTrimmedChanges(txtDB_Database, [this](const QString& v) { emit DatabaseChanged(v); });
+    notifyTrimmedChanges(txtDB_Table, [this](const QString& v) { emit TableChanged(v); });
+    notifyTrimmedChanges(txtDB_UserId, [this](const QString& v) { emit UserIdChanged(v); });
+    notifyTrimmedChanges(txtDB_Password, [this](const QString& v) { emit PasswordChanged(v); });
 }
 
 QGroupBox* XDataSourcesODBC::createFrame(const QString& name, const QString& caption) {

@@ -15,6 +15,12 @@ namespace Orvane {
 // series. A view of the document: the host copies the properties into it after IsValid.
 class XDataSourcesODBC : public SourceSettingsEditor {
     Q_OBJECT
+    Q_PROPERTY(QString Server READ Server WRITE setServer NOTIFY ServerChanged)
+    Q_PROPERTY(QString Database READ Database WRITE setDatabase NOTIFY DatabaseChanged)
+    Q_PROPERTY(QString Table READ Table WRITE setTable NOTIFY TableChanged)
+    Q_PROPERTY(QString UserId READ UserId WRITE setUserId NOTIFY UserIdChanged)
+    Q_PROPERTY(QString Password READ Password WRITE setPassword NOTIFY PasswordChanged
+                   DESIGNABLE false STORED false)
 
 public:
     explicit XDataSourcesODBC(QWidget* parent = nullptr);
@@ -37,6 +43,13 @@ public:
                     const QString& sSchema, const QString& sTable, const QString& sUserId,
                     const QString& sPassword);
     bool IsValid(const QString& sMsgBoxTitle);
+
+signals:
+    void ServerChanged(const QString& value);
+    void DatabaseChanged(const QString& value);
+    void TableChanged(const QString& value);
+    void UserIdChanged(const QString& value);
+    void PasswordChanged(const QString& value);
 
 protected:
     void timeSeriesClicked(bool checked) override;

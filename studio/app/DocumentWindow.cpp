@@ -1,6 +1,7 @@
 #include "studio/app/DocumentWindow.h"
 
 #include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/editors/SettingsCopy.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
@@ -218,20 +219,7 @@ bool DocumentWindow::askName() {
 }
 
 void DocumentWindow::copySettingsIntoDocument() {
-    CDataSourcesData& doc = *m_document;
-    doc.setIsTimeSeries(settingsEditor()->IsTimeSeries());
-    doc.setFreqId(settingsEditor()->Frequency());
-    if (asciiEditor) {
-        doc.setDocDescription(asciiEditor->Eds_Description());
-        doc.setFileName(asciiEditor->Eds_File());
-        doc.setDelimeter(asciiEditor->Eds_Delimeter());
-        return;
-    }
-    doc.setServer(odbcEditor->Server());
-    doc.setSchema(odbcEditor->Database());
-    doc.setTable(odbcEditor->Table());
-    doc.setUserId(odbcEditor->UserId());
-    doc.setPassword(odbcEditor->Password());
+    mOrvane::CopySettingsIntoDocument(*settingsEditor(), *m_document);
 }
 
 bool DocumentWindow::writeInOneTransaction() {
