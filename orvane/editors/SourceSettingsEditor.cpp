@@ -20,16 +20,16 @@ SourceSettingsEditor::SourceSettingsEditor(QWidget* parent, QSize leastSize)
 SourceSettingsEditor::~SourceSettingsEditor() = default;
 
 void SourceSettingsEditor::createTimeSeriesBox(QWidget* parent) {
-    ckTimeSeries = new QCheckBox(QStringLiteral("Data IsTime Series"), parent);
+    ckTimeSeries = new QCheckBox(tr("Data IsTime Series"), parent);
     ckTimeSeries->setObjectName(QStringLiteral("ckTimeSeries"));
-    ckTimeSeries->setToolTip(QStringLiteral("Check if data is time series"));
+    ckTimeSeries->setToolTip(tr("Check if data is time series"));
     connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::timeSeriesClicked);
     connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::IsTimeSeriesChanged);
     connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::notifyFrequencyChange);
 }
 
 void SourceSettingsEditor::createFrequencyLabel(QWidget* parent) {
-    lblFreq = createLabel(QStringLiteral("lblFreq"), QStringLiteral("Frequency:"), parent);
+    lblFreq = createLabel(QStringLiteral("lblFreq"), tr("Frequency:"), parent);
 }
 
 void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& toolTip) {
