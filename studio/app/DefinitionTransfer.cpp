@@ -8,11 +8,16 @@
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
+#include <QCoreApplication>
 #include <QSet>
 
 namespace Orvane::Studio {
 
 namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Orvane::Studio::DefinitionTransfer", text);
+}
 
 QString located(const QString& source, const ExchangeProblem& problem) {
     return source.isEmpty() ? problem.Text() : source + QStringLiteral(": ") + problem.Text();
@@ -52,15 +57,13 @@ ImportOutcome DefinitionTransfer::Import(const QList<ImportInput>& inputs, bool 
             continue;
         const QString name = read.definition->name;
         if (names.contains(name.toLower()))
-            outcome.problems << located(
-                input.source,
-                {QStringLiteral("name"), QStringLiteral("another file defines \"%1\"").arg(name)});
+            outcome.problems << located(input.source,
+                                        {tr("name"), tr("another file defines \"%1\"").arg(name)});
         else if (!replace && Find(name)) {
             outcome.nameTaken = true;
             outcome.problems << located(
-                input.source,
-                {QStringLiteral("name"),
-                 QStringLiteral("a data source named \"%1\" exists already").arg(name)});
+                input.source, {QStringLiteral("name"),
+                               tr("a data source named \"%1\" exists already").arg(name)});
         }
         names.insert(name.toLower());
         definitions << *read.definition;
@@ -82,11 +85,10 @@ void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition
                                    bool replace, ImportOutcome& outcome) {
     if (const auto existing = Find(definition.name); existing && replace) {
         if (!m_store.Delete(existing->id)) {
-            outcome.problems << located(
-                input.source,
-                {QStringLiteral("name"), QStringLiteral("\"%1\" cannot be replaced: report "
+            outcome.problems << located(input.source,
+                                        {tr("name"), tr("\"%1\" cannot be replaced: report "
                                                         "templates use its fields")
-                                             .arg(existing->name)});
+                                                         .arg(existing->name)});
             return;
         }
     }

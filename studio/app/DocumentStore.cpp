@@ -13,9 +13,15 @@
 #include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
 
+#include <QCoreApplication>
+
 namespace Orvane::Studio {
 
 namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Orvane::Studio::DocumentStore", text);
+}
 
 QString number(qint32 value) {
     return QString::number(value);
@@ -56,10 +62,10 @@ std::shared_ptr<IRecordset> DocumentStore::Row(qint32 id) {
 std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
     const auto row = Row(id);
     if (!row)
-        throw Error(QStringLiteral("The data source %1 no longer exists.").arg(id));
+        throw Error(tr("The data source %1 no longer exists.").arg(id));
     const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
     if (!type)
-        throw Error(QStringLiteral("The data source %1 has an unknown type.").arg(id));
+        throw Error(tr("The data source %1 has an unknown type.").arg(id));
     auto document = std::make_shared<CDataSourcesData>();
     document->InitEdit(*row, type);
     document->setDocName(row->Value(QStringLiteral("name")).toString());

@@ -8,6 +8,7 @@
 #include "studio/db/SqlQueryService.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
@@ -17,6 +18,10 @@ using namespace Orvane;
 using namespace Orvane::Studio;
 
 namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Orvane::Studio::main", text);
+}
 
 // A database that holds other tables is only set up when the user says so.
 bool askToSetUp(const QString& question) {
@@ -86,12 +91,11 @@ int main(int argc, char** argv) {
         [&host](const std::shared_ptr<SqlQueryService>& database) { host.Use(database); });
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
-            QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));
+            tr("Created the demo database: %1").arg(db->DatabaseShown()));
     window.RestoreSession(session);
     window.show();
     const QString openName = commandLine.OpenName();
     if (!openName.isEmpty() && !window.OpenDocumentNamed(openName))
-        window.statusBar()->showMessage(
-            QStringLiteral("There is no data source named \"%1\".").arg(openName));
+        window.statusBar()->showMessage(tr("There is no data source named \"%1\".").arg(openName));
     return application.exec();
 }

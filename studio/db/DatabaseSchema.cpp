@@ -3,6 +3,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/SqlConnection.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -15,11 +16,15 @@ namespace Orvane::Studio {
 
 namespace {
 
+QString tr(const char* text) {
+    return QCoreApplication::translate("Orvane::Studio::DatabaseSchema", text);
+}
+
 QString script(const QString& name) {
     initDatabaseResources();
     QFile file(QStringLiteral(":/orvane/db/") + name);
     if (!file.open(QIODevice::ReadOnly))
-        throw Error(QStringLiteral("The schema script %1 is missing from the program.").arg(name));
+        throw Error(tr("The schema script %1 is missing from the program.").arg(name));
     return QString::fromUtf8(file.readAll());
 }
 
@@ -32,7 +37,7 @@ QString schemaScriptOf(SqlBackend backend) {
     case SqlBackend::ODBC:
         break;
     }
-    throw Error(QStringLiteral("Orvane Studio does not set up databases reached over ODBC."));
+    throw Error(tr("Orvane Studio does not set up databases reached over ODBC."));
 }
 
 qsizetype endOfQuoted(const QString& text, qsizetype pos) {
@@ -141,8 +146,8 @@ void DatabaseSchema::Install(SqlConnection& connection, SchemaForm form) {
         connection.Commit();
     } catch (const Error& error) {
         connection.Rollback();
-        throw Error(QStringLiteral("Cannot set up %1: %2")
-                        .arg(connection.Description().Shown(), error.message()));
+        throw Error(
+            tr("Cannot set up %1: %2").arg(connection.Description().Shown(), error.message()));
     }
 }
 

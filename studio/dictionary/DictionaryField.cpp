@@ -3,9 +3,15 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/dictionary/FieldStore.h"
 
+#include <QCoreApplication>
+
 namespace Orvane::Studio {
 
 namespace {
+
+QString tr(const char* text) {
+    return QCoreApplication::translate("Orvane::Studio::DictionaryField", text);
+}
 
 constexpr qint32 NameTakenCode = 2;
 constexpr qint32 RefusedCode = 1;
@@ -27,7 +33,7 @@ bool DictionaryField::Save(const FieldSaveRequest& request, QVariant& result) {
         FieldValues values = store.Prepare(request, m_values);
         if (store.NameTaken(values.entityId, values.name, values.id)) {
             m_error = {NameTakenCode, true,
-                       QStringLiteral("The entity already has a field named %1.").arg(values.name)};
+                       tr("The entity already has a field named %1.").arg(values.name)};
             return false;
         }
         if (values.id > 0)
