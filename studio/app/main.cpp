@@ -4,6 +4,7 @@
 #include "studio/app/MainWindow.h"
 #include "studio/app/StudioApplication.h"
 #include "studio/app/StudioHost.h"
+#include "studio/app/StudioTranslations.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlQueryService.h"
 
@@ -18,10 +19,6 @@ using namespace Orvane;
 using namespace Orvane::Studio;
 
 namespace {
-
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::Studio::main", text);
-}
 
 // A database that holds other tables is only set up when the user says so.
 bool askToSetUp(const QString& question) {
@@ -57,12 +54,14 @@ int main(int argc, char** argv) {
         QCoreApplication application(argc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("Orvane Studio"));
         QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
+        StudioTranslations::Install(application);
         return command.Run();
     }
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Orvane Studio"));
     QApplication::setOrganizationName(QStringLiteral("Orvane"));
+    StudioTranslations::Install(application);
     // Read again without the window system's options, which QApplication took out.
     const CommandLine commandLine(QApplication::arguments());
     if (!commandLine.Parsed() || commandLine.IsCommand())
@@ -91,11 +90,14 @@ int main(int argc, char** argv) {
         [&host](const std::shared_ptr<SqlQueryService>& database) { host.Use(database); });
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
-            tr("Created the demo database: %1").arg(db->DatabaseShown()));
+            QCoreApplication::translate("main", "Created the demo database: %1")
+                .arg(db->DatabaseShown()));
     window.RestoreSession(session);
     window.show();
     const QString openName = commandLine.OpenName();
     if (!openName.isEmpty() && !window.OpenDocumentNamed(openName))
-        window.statusBar()->showMessage(tr("There is no data source named \"%1\".").arg(openName));
+        window.statusBar()->showMessage(
+            QCoreApplication::translate("main", "There is no data source named \"%1\".")
+                .arg(openName));
     return application.exec();
 }
