@@ -2,84 +2,9 @@
 <!DOCTYPE TS>
 <TS version="2.1" language="de_DE">
 <context>
-    <name>Orvane</name>
-    <message>
-        <location filename="../orvane/exchange/DefinitionJson.cpp" line="+157"/>
-        <source>&quot;%1&quot; is not one of Integer, Float, String, ENUM, Date</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+11"/>
-        <location line="+16"/>
-        <source>must be a text</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="-13"/>
-        <source>must name at least one technology</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+39"/>
-        <source>&quot;%1&quot; is no field name: it must begin with a letter or _ and go on with letters, digits, %% or _</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+22"/>
-        <location line="+73"/>
-        <source>must not be empty</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="-50"/>
-        <source>another column is named &quot;%1&quot;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>another column is at position %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>another key has ordinal %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>another column is the time stamp</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+13"/>
-        <source>a password is never kept in a definition file</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+19"/>
-        <source>must be an object</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+13"/>
-        <source>must be &quot;%1&quot; or &quot;%2&quot;</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location filename="../orvane/model/CDataSourcesData.cpp" line="+30"/>
-        <source>Invalid use of Null: field &quot;%1&quot; of the document.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+20"/>
-        <source>Type mismatch: field &quot;%1&quot; holds &quot;%2&quot;, not a number.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>Orvane::CDataSourcesColumns</name>
     <message>
-        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+181"/>
+        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+182"/>
         <source>There is no column named &quot;%1&quot;.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -92,7 +17,17 @@
 <context>
     <name>Orvane::CDataSourcesData</name>
     <message>
-        <location filename="../orvane/model/CDataSourcesData.cpp" line="+20"/>
+        <location filename="../orvane/model/CDataSourcesData.cpp" line="+31"/>
+        <source>Invalid use of Null: field &quot;%1&quot; of the document.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+21"/>
+        <source>Type mismatch: field &quot;%1&quot; holds &quot;%2&quot;, not a number.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+20"/>
         <source>Select Entity for this Data Source</source>
         <translation type="unfinished"></translation>
     </message>
@@ -271,7 +206,7 @@
 <context>
     <name>Orvane::ColumnNamePrompt</name>
     <message>
-        <location filename="../orvane/columns/ColumnNamePrompt.cpp" line="+23"/>
+        <location filename="../orvane/columns/ColumnNamePrompt.cpp" line="+24"/>
         <source>Please enter new column name</source>
         <translation type="unfinished"></translation>
     </message>
@@ -292,12 +227,12 @@
     </message>
     <message>
         <location line="+2"/>
-        <location line="+42"/>
+        <location line="+43"/>
         <source>COLUMN NAME EXISTS</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-38"/>
+        <location line="-39"/>
         <source>ADDING COLUMN</source>
         <translation type="unfinished"></translation>
     </message>
@@ -312,7 +247,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
+        <location line="+9"/>
         <source>This column name is already in use.  Please enter a unique name.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -320,7 +255,7 @@
 <context>
     <name>Orvane::ColumnValidation</name>
     <message>
-        <location filename="../orvane/columns/ColumnValidation.cpp" line="+22"/>
+        <location filename="../orvane/columns/ColumnValidation.cpp" line="+23"/>
         <source>A unique position between 1 and 500 must be specified</source>
         <translation type="unfinished"></translation>
     </message>
@@ -335,12 +270,12 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
+        <location line="+6"/>
         <source>Column %1 and column %2 have duplicate field names specified.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+3"/>
         <source>Each field must have a unique name.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -355,12 +290,12 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+29"/>
+        <location line="+28"/>
         <source>Column %1 has a duplicate position spceified.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+13"/>
+        <location line="+14"/>
         <source>At least one column must be defined</source>
         <translation type="unfinished"></translation>
     </message>
@@ -368,28 +303,28 @@
 <context>
     <name>Orvane::DefinitionImport</name>
     <message>
-        <location filename="../orvane/exchange/DefinitionImport.cpp" line="+95"/>
-        <location line="+53"/>
+        <location filename="../orvane/exchange/DefinitionImport.cpp" line="+96"/>
+        <location line="+52"/>
         <source>there is no entity named %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-46"/>
+        <location line="-45"/>
         <source>the entity %1 may not be used for external data</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+16"/>
+        <location line="+14"/>
         <source>there is no frequency %1 for data sources</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+11"/>
+        <location line="+12"/>
         <source>&quot;Time Stamp&quot; names the time stamp column, which is %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+25"/>
+        <location line="+26"/>
         <source>the entity %1 has no field %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -409,7 +344,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+9"/>
+        <location line="+10"/>
         <source>has more than the %1 characters the dictionary holds</source>
         <translation type="unfinished"></translation>
     </message>
@@ -424,7 +359,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+9"/>
+        <location line="+10"/>
         <source>the dictionary has no extra column %1 in use</source>
         <translation type="unfinished"></translation>
     </message>
@@ -432,7 +367,94 @@
 <context>
     <name>Orvane::DefinitionJson</name>
     <message>
-        <location filename="../orvane/exchange/DefinitionJson.cpp" line="+37"/>
+        <location filename="../orvane/exchange/DefinitionJson.cpp" line="+100"/>
+        <location line="+9"/>
+        <location line="+27"/>
+        <location line="+8"/>
+        <source>is missing</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-44"/>
+        <location line="+74"/>
+        <location line="+17"/>
+        <source>must be a text</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-74"/>
+        <source>must be a whole number from %1 to %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>must be true or false</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <location line="+167"/>
+        <source>must be an object</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-159"/>
+        <source>must be an array</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+18"/>
+        <source>&quot;%1&quot; is not one of Integer, Float, String, ENUM, Date</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>must name at least one technology</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+39"/>
+        <source>&quot;%1&quot; is no field name: it must begin with a letter or _ and go on with letters, digits, %% or _</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+22"/>
+        <location line="+73"/>
+        <source>must not be empty</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-50"/>
+        <source>another column is named &quot;%1&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>another column is at position %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>another key has ordinal %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>another column is the time stamp</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>a password is never kept in a definition file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+32"/>
+        <source>must be &quot;%1&quot; or &quot;%2&quot;</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+37"/>
         <source>not JSON: %1 at offset %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -502,42 +524,6 @@
     <message>
         <location line="+1"/>
         <source>Select %1</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>Orvane::ObjectReader</name>
-    <message>
-        <location filename="../orvane/exchange/DefinitionJson.cpp" line="-263"/>
-        <location line="+9"/>
-        <location line="+25"/>
-        <location line="+7"/>
-        <source>is missing</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="-41"/>
-        <source>must be a text</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+16"/>
-        <source>must be a whole number from %1 to %2</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+9"/>
-        <source>must be true or false</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+9"/>
-        <source>must be an object</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+7"/>
-        <source>must be an array</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -988,12 +974,12 @@
 <context>
     <name>Orvane::mOrvane</name>
     <message>
-        <location filename="../orvane/widgets/TemplateUseCheck.cpp" line="+23"/>
+        <location filename="../orvane/widgets/TemplateUseCheck.cpp" line="+24"/>
         <source>This will remove the &apos;Time Stamp&apos; column and may affect existing reports</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+3"/>
         <source>ARE YOU SURE?</source>
         <translation type="unfinished"></translation>
     </message>

@@ -25,42 +25,9 @@
     </message>
 </context>
 <context>
-    <name>Orvane::Studio</name>
-    <message>
-        <location filename="../studio/db/ConnectionDescription.cpp" line="+67"/>
-        <source>The connection &quot;sqlite:&quot; names no database file.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+9"/>
-        <source>The connection &quot;odbc:&quot; names no data source.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+11"/>
-        <source>The PostgreSQL connection cannot be read: %1.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+10"/>
-        <source>The PostgreSQL connection names no database: write it as postgresql://user@host:port/dbname.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location filename="../studio/db/DatabaseSchema.cpp" line="+27"/>
-        <source>The schema script %1 is missing from the program.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+13"/>
-        <source>Orvane Studio does not set up databases reached over ODBC.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>Orvane::Studio::CommandLine</name>
     <message>
-        <location filename="../studio/app/CommandLine.cpp" line="+29"/>
+        <location filename="../studio/app/CommandLine.cpp" line="+30"/>
         <source>Orvane Studio: define External Data Sources for the performance-management client.
 
 Without a command it opens its window. The commands run without a window or a display:
@@ -94,7 +61,7 @@ error), 2 a database error.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+1"/>
+        <location line="+2"/>
         <source>import: replace a data source of the same name.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -166,7 +133,7 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
+        <location line="+8"/>
         <source>Nothing was imported; --replace replaces those.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -184,7 +151,27 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::ConnectionDescription</name>
     <message>
-        <location filename="../studio/db/ConnectionDescription.cpp" line="+19"/>
+        <location filename="../studio/db/ConnectionDescription.cpp" line="+68"/>
+        <source>The connection &quot;sqlite:&quot; names no database file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+9"/>
+        <source>The connection &quot;odbc:&quot; names no data source.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+11"/>
+        <source>The PostgreSQL connection cannot be read: %1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+10"/>
+        <source>The PostgreSQL connection names no database: write it as postgresql://user@host:port/dbname.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+19"/>
         <source>No database was named.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -265,7 +252,17 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DatabaseSchema</name>
     <message>
-        <location filename="../studio/db/DatabaseSchema.cpp" line="+110"/>
+        <location filename="../studio/db/DatabaseSchema.cpp" line="+28"/>
+        <source>The schema script %1 is missing from the program.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Orvane Studio does not set up databases reached over ODBC.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+109"/>
         <source>Cannot set up %1: %2</source>
         <translation type="unfinished"></translation>
     </message>
@@ -273,7 +270,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DefinitionTransfer</name>
     <message>
-        <location filename="../studio/app/DefinitionTransfer.cpp" line="+61"/>
+        <location filename="../studio/app/DefinitionTransfer.cpp" line="+63"/>
         <location line="+28"/>
         <source>name</source>
         <translation type="unfinished"></translation>
@@ -297,7 +294,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DictionaryField</name>
     <message>
-        <location filename="../studio/dictionary/DictionaryField.cpp" line="+36"/>
+        <location filename="../studio/dictionary/DictionaryField.cpp" line="+37"/>
         <source>The entity already has a field named %1.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -305,7 +302,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DocumentStore</name>
     <message>
-        <location filename="../studio/app/DocumentStore.cpp" line="+65"/>
+        <location filename="../studio/app/DocumentStore.cpp" line="+66"/>
         <source>The data source %1 no longer exists.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -376,7 +373,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::FieldStore</name>
     <message>
-        <location filename="../studio/dictionary/FieldStore.cpp" line="+106"/>
+        <location filename="../studio/dictionary/FieldStore.cpp" line="+107"/>
         <source>This field object holds field %1 and cannot save field %2.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -396,12 +393,12 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+13"/>
+        <location line="+12"/>
         <source>There is no aggregation pair %1 in the dictionary.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+12"/>
+        <location line="+13"/>
         <source>The technology mask %1 names technologies the dictionary does not have.</source>
         <translation type="unfinished"></translation>
     </message>

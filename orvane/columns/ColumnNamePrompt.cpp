@@ -11,34 +11,35 @@ namespace Orvane::ColumnNamePrompt {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::ColumnNamePrompt", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::ColumnNamePrompt)
+};
 
 enum class Wording { Adding, Renaming, Unique };
 
 QString promptFor(Wording wording) {
     switch (wording) {
     case Wording::Renaming:
-        return tr("Please enter new column name");
+        return Texts::tr("Please enter new column name");
     case Wording::Unique:
-        return tr("Please enter a unique column name");
+        return Texts::tr("Please enter a unique column name");
     case Wording::Adding:
         break;
     }
-    return tr("Please enter column name");
+    return Texts::tr("Please enter column name");
 }
 
 QString titleFor(Wording wording) {
     switch (wording) {
     case Wording::Renaming:
-        return tr("RENAMING COLUMN");
+        return Texts::tr("RENAMING COLUMN");
     case Wording::Unique:
-        return tr("COLUMN NAME EXISTS");
+        return Texts::tr("COLUMN NAME EXISTS");
     case Wording::Adding:
         break;
     }
-    return tr("ADDING COLUMN");
+    return Texts::tr("ADDING COLUMN");
 }
 
 // The column that the collection's Add would hand back for the name, which finds the time-stamp
@@ -61,8 +62,8 @@ Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming
         const QString name = app.InputBox(promptFor(wording), titleFor(wording)).trimmed();
         if (name.size() > lengthLimit) {
             // The text names 40 whatever the database allows.
-            app.MsgBox(tr("Column name must be 40 characters or fewer."), MsgBoxButtons::OKOnly,
-                       MsgBoxIcon::Exclamation, QString());
+            app.MsgBox(Texts::tr("Column name must be 40 characters or fewer."),
+                       MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation, QString());
             answer.gotName = true;
             continue;
         }
@@ -75,15 +76,17 @@ Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming
             return answer;
         }
         if (existing->ColumnDeleted()) {
-            if (app.MsgBox(tr("Do you wish to restore the existing column?"), MsgBoxButtons::YesNo,
-                           MsgBoxIcon::None, tr("COLUMN NAME EXISTS")) == MsgBoxResult::Yes) {
+            if (app.MsgBox(Texts::tr("Do you wish to restore the existing column?"),
+                           MsgBoxButtons::YesNo, MsgBoxIcon::None,
+                           Texts::tr("COLUMN NAME EXISTS")) == MsgBoxResult::Yes) {
                 answer.restore = existing;
                 return answer;
             }
             wording = renaming ? Wording::Renaming : Wording::Unique;
         } else {
-            app.MsgBox(tr("This column name is already in use.  Please enter a unique name."),
-                       MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
+            app.MsgBox(
+                Texts::tr("This column name is already in use.  Please enter a unique name."),
+                MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
             wording = Wording::Adding;
         }
     }

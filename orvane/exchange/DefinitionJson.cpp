@@ -14,9 +14,10 @@ namespace Orvane {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::DefinitionJson", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::DefinitionJson)
+};
 
 constexpr qint32 MaxPosition = 500;
 const QString AsciiType = QStringLiteral("ASCII Data Source");
@@ -95,7 +96,8 @@ public:
         if (value.isString())
             return value.toString();
         if (required || !value.isUndefined())
-            Problem(key, value.isUndefined() ? tr("is missing") : tr("must be a text"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be a text"));
         return QString();
     }
 
@@ -104,14 +106,15 @@ public:
         const QJsonValue value = m_object.value(key);
         if (value.isUndefined()) {
             if (required)
-                Problem(key, tr("is missing"));
+                Problem(key, Texts::tr("is missing"));
             return 0;
         }
         // The range first: only a number within it may be converted.
         const double number = value.toDouble();
         if (!value.isDouble() || number < minimum || number > maximum ||
             number != std::floor(number)) {
-            Problem(key, tr("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
+            Problem(key,
+                    Texts::tr("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
             return 0;
         }
         return static_cast<qint32>(number);
@@ -120,7 +123,7 @@ public:
     bool Flag(const QString& key) const {
         const QJsonValue value = m_object.value(key);
         if (!value.isBool() && !value.isUndefined())
-            Problem(key, tr("must be true or false"));
+            Problem(key, Texts::tr("must be true or false"));
         return value.toBool();
     }
 
@@ -129,14 +132,16 @@ public:
         if (value.isObject())
             return value.toObject();
         if (required || !value.isUndefined())
-            Problem(key, value.isUndefined() ? tr("is missing") : tr("must be an object"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be an object"));
         return std::nullopt;
     }
 
     QJsonArray Array(const QString& key) const {
         const QJsonValue value = m_object.value(key);
         if (!value.isArray())
-            Problem(key, value.isUndefined() ? tr("is missing") : tr("must be an array"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be an array"));
         return value.toArray();
     }
 
@@ -153,8 +158,8 @@ QString elementPath(const QString& path, qsizetype index) {
 QString typeWord(const ObjectReader& reader, const QString& key) {
     const QString word = reader.Text(key);
     if (!word.isEmpty() && !isTypeWord(word))
-        reader.Problem(key,
-                       tr("\"%1\" is not one of Integer, Float, String, ENUM, Date").arg(word));
+        reader.Problem(
+            key, Texts::tr("\"%1\" is not one of Integer, Float, String, ENUM, Date").arg(word));
     return word;
 }
 
@@ -165,10 +170,12 @@ QStringList technologiesOf(const ObjectReader& reader) {
         if (array.at(i).isString())
             names << array.at(i).toString();
         else
-            reader.Problem(elementPath(QStringLiteral("technologies"), i), tr("must be a text"));
+            reader.Problem(elementPath(QStringLiteral("technologies"), i),
+                           Texts::tr("must be a text"));
     }
     if (names.isEmpty() && reader.Has(QStringLiteral("technologies")))
-        reader.Problem(QStringLiteral("technologies"), tr("must name at least one technology"));
+        reader.Problem(QStringLiteral("technologies"),
+                       Texts::tr("must name at least one technology"));
     return names;
 }
 
@@ -181,7 +188,7 @@ QMap<QString, QString> extraOf(const ObjectReader& reader) {
         if (it.value().isString())
             extra.insert(it.key(), it.value().toString());
         else
-            reader.Problem(QStringLiteral("extra.") + it.key(), tr("must be a text"));
+            reader.Problem(QStringLiteral("extra.") + it.key(), Texts::tr("must be a text"));
     }
     return extra;
 }
@@ -207,8 +214,8 @@ FieldReference fieldOf(const QJsonObject& object, const QString& path,
     FieldReference field{reader.Text(QStringLiteral("name")), std::nullopt};
     if (!field.name.isEmpty() && !mOrvane::FollowsFieldNameRule(field.name.trimmed()))
         reader.Problem(QStringLiteral("name"),
-                       tr("\"%1\" is no field name: it must begin with a letter or _ "
-                          "and go on with letters, digits, %% or _")
+                       Texts::tr("\"%1\" is no field name: it must begin with a letter or _ "
+                                 "and go on with letters, digits, %% or _")
                            .arg(field.name));
     // The name alone refers to a field the dictionary has; anything more defines it.
     if (object.size() > 1)
@@ -229,7 +236,7 @@ ColumnDefinition columnOf(const QJsonObject& object, const QString& path,
     ColumnDefinition column;
     column.name = reader.Text(QStringLiteral("name")).trimmed();
     if (column.name.isEmpty() && reader.Has(QStringLiteral("name")))
-        reader.Problem(QStringLiteral("name"), tr("must not be empty"));
+        reader.Problem(QStringLiteral("name"), Texts::tr("must not be empty"));
     column.type = typeWord(reader, QStringLiteral("type"));
     column.position = reader.Number(QStringLiteral("position"), 1, MaxPosition);
     column.timeStamp = reader.Flag(QStringLiteral("timeStamp"));
@@ -252,16 +259,16 @@ void checkUnique(const QList<ColumnDefinition>& columns, QList<ExchangeProblem>&
         const QString path = elementPath(QStringLiteral("columns"), i);
         if (!column.name.isEmpty() && names.contains(column.name.toLower()))
             problems.append({path + QStringLiteral(".name"),
-                             tr("another column is named \"%1\"").arg(column.name)});
+                             Texts::tr("another column is named \"%1\"").arg(column.name)});
         if (column.position > 0 && positions.contains(column.position))
             problems.append({path + QStringLiteral(".position"),
-                             tr("another column is at position %1").arg(column.position)});
+                             Texts::tr("another column is at position %1").arg(column.position)});
         if (column.key && column.key->ordinal > 0 && ordinals.contains(column.key->ordinal))
             problems.append({path + QStringLiteral(".key.ordinal"),
-                             tr("another key has ordinal %1").arg(column.key->ordinal)});
+                             Texts::tr("another key has ordinal %1").arg(column.key->ordinal)});
         if (column.timeStamp && ++timeStamps > 1)
-            problems.append(
-                {path + QStringLiteral(".timeStamp"), tr("another column is the time stamp")});
+            problems.append({path + QStringLiteral(".timeStamp"),
+                             Texts::tr("another column is the time stamp")});
         names.insert(column.name.toLower());
         positions.insert(column.position);
         if (column.key)
@@ -274,7 +281,7 @@ void readSettings(const QJsonObject& settings, EdsDefinition& definition,
     const ObjectReader reader(settings, QStringLiteral("settings"), problems);
     if (reader.Has(QStringLiteral("password")))
         reader.Problem(QStringLiteral("password"),
-                       tr("a password is never kept in a definition file"));
+                       Texts::tr("a password is never kept in a definition file"));
     if (definition.IsOdbc()) {
         definition.server = reader.Text(QStringLiteral("server"));
         definition.database = reader.Text(QStringLiteral("database"), false);
@@ -293,7 +300,7 @@ void readColumns(const QJsonArray& array, EdsDefinition& definition,
         if (array.at(i).isObject())
             definition.columns.append(columnOf(array.at(i).toObject(), path, problems));
         else
-            problems.append({path, tr("must be an object")});
+            problems.append({path, Texts::tr("must be an object")});
     }
     checkUnique(definition.columns, problems);
 }
@@ -302,11 +309,11 @@ void readTop(const QJsonObject& top, EdsDefinition& definition, QList<ExchangePr
     const ObjectReader reader(top, QString(), problems);
     definition.name = reader.Text(QStringLiteral("name")).trimmed();
     if (definition.name.isEmpty() && reader.Has(QStringLiteral("name")))
-        reader.Problem(QStringLiteral("name"), tr("must not be empty"));
+        reader.Problem(QStringLiteral("name"), Texts::tr("must not be empty"));
     definition.type = reader.Text(QStringLiteral("type"));
     if (!definition.type.isEmpty() && definition.type != AsciiType && definition.type != OdbcType)
         reader.Problem(QStringLiteral("type"),
-                       tr("must be \"%1\" or \"%2\"").arg(AsciiType, OdbcType));
+                       Texts::tr("must be \"%1\" or \"%2\"").arg(AsciiType, OdbcType));
     definition.description = reader.Text(QStringLiteral("description"), false);
     definition.entity = reader.Text(QStringLiteral("entity"));
     definition.timeSeries = reader.Flag(QStringLiteral("timeSeries"));
@@ -343,12 +350,12 @@ DefinitionJson::ReadResult DefinitionJson::Read(const QByteArray& text) {
     if (error.error != QJsonParseError::NoError) {
         result.problems.append(
             {QString(),
-             tr("not JSON: %1 at offset %2").arg(error.errorString()).arg(error.offset)});
+             Texts::tr("not JSON: %1 at offset %2").arg(error.errorString()).arg(error.offset)});
         return result;
     }
     if (!document.isObject()) {
-        result.problems.append({QString(), tr("not a data source: the file must hold "
-                                              "one JSON object")});
+        result.problems.append({QString(), Texts::tr("not a data source: the file must hold "
+                                                     "one JSON object")});
         return result;
     }
     const QJsonObject top = document.object();
@@ -357,8 +364,8 @@ DefinitionJson::ReadResult DefinitionJson::Read(const QByteArray& text) {
     if (format != QJsonValue(Format)) {
         result.problems.append(
             {QStringLiteral("format"), format.isUndefined()
-                                           ? tr("is missing; expected \"%1\"").arg(Format)
-                                           : tr("\"%1\" is not supported; expected \"%2\"")
+                                           ? Texts::tr("is missing; expected \"%1\"").arg(Format)
+                                           : Texts::tr("\"%1\" is not supported; expected \"%2\"")
                                                  .arg(format.toVariant().toString(), Format)});
         return result;
     }

@@ -10,9 +10,10 @@ namespace Orvane::mOrvane {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::mOrvane", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::mOrvane)
+};
 
 } // namespace
 
@@ -20,16 +21,17 @@ bool TemplateUseCheck(bool isTimeStamp, qint32 fieldId) {
     IApplication& app = HostRegistry::App();
     if (isTimeStamp) {
         return app.MsgBox(
-                   tr("This will remove the 'Time Stamp' column and may affect existing reports"),
+                   Texts::tr(
+                       "This will remove the 'Time Stamp' column and may affect existing reports"),
                    MsgBoxButtons::YesNo, MsgBoxIcon::Critical,
-                   tr("ARE YOU SURE?")) == MsgBoxResult::Yes;
+                   Texts::tr("ARE YOU SURE?")) == MsgBoxResult::Yes;
     }
     if (!ColumnSave::FieldInTemplates(fieldId))
         return true;
-    app.MsgBox(tr("This column may not be deleted because it is currently in use in ") +
+    app.MsgBox(Texts::tr("This column may not be deleted because it is currently in use in ") +
                    MsgBoxLineBreak +
-                   tr("one or more templates.  It must be removed from the template(s)") +
-                   MsgBoxLineBreak + tr("before it may be deleted from this document."),
+                   Texts::tr("one or more templates.  It must be removed from the template(s)") +
+                   MsgBoxLineBreak + Texts::tr("before it may be deleted from this document."),
                MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
     return false;
 }

@@ -15,9 +15,10 @@ namespace Orvane::Studio {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::Studio::DefinitionTransfer", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DefinitionTransfer)
+};
 
 QString located(const QString& source, const ExchangeProblem& problem) {
     return source.isEmpty() ? problem.Text() : source + QStringLiteral(": ") + problem.Text();
@@ -57,13 +58,14 @@ ImportOutcome DefinitionTransfer::Import(const QList<ImportInput>& inputs, bool 
             continue;
         const QString name = read.definition->name;
         if (names.contains(name.toLower()))
-            outcome.problems << located(input.source,
-                                        {tr("name"), tr("another file defines \"%1\"").arg(name)});
+            outcome.problems << located(
+                input.source,
+                {Texts::tr("name"), Texts::tr("another file defines \"%1\"").arg(name)});
         else if (!replace && Find(name)) {
             outcome.nameTaken = true;
             outcome.problems << located(
                 input.source, {QStringLiteral("name"),
-                               tr("a data source named \"%1\" exists already").arg(name)});
+                               Texts::tr("a data source named \"%1\" exists already").arg(name)});
         }
         names.insert(name.toLower());
         definitions << *read.definition;
@@ -85,10 +87,10 @@ void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition
                                    bool replace, ImportOutcome& outcome) {
     if (const auto existing = Find(definition.name); existing && replace) {
         if (!m_store.Delete(existing->id)) {
-            outcome.problems << located(input.source,
-                                        {tr("name"), tr("\"%1\" cannot be replaced: report "
-                                                        "templates use its fields")
-                                                         .arg(existing->name)});
+            outcome.problems << located(
+                input.source, {Texts::tr("name"), Texts::tr("\"%1\" cannot be replaced: report "
+                                                            "templates use its fields")
+                                                      .arg(existing->name)});
             return;
         }
     }

@@ -19,9 +19,10 @@ namespace Orvane::Studio {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::Studio::DocumentStore", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DocumentStore)
+};
 
 QString number(qint32 value) {
     return QString::number(value);
@@ -62,10 +63,10 @@ std::shared_ptr<IRecordset> DocumentStore::Row(qint32 id) {
 std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
     const auto row = Row(id);
     if (!row)
-        throw Error(tr("The data source %1 no longer exists.").arg(id));
+        throw Error(Texts::tr("The data source %1 no longer exists.").arg(id));
     const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
     if (!type)
-        throw Error(tr("The data source %1 has an unknown type.").arg(id));
+        throw Error(Texts::tr("The data source %1 has an unknown type.").arg(id));
     auto document = std::make_shared<CDataSourcesData>();
     document->InitEdit(*row, type);
     document->setDocName(row->Value(QStringLiteral("name")).toString());

@@ -17,9 +17,10 @@ namespace Orvane::Studio {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::Studio::FieldStore", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::FieldStore)
+};
 
 const QString AddTechFromMask = QStringLiteral("qv_dictionary.add_tech_from_mask");
 const QStringList DataTypeCodes{QStringLiteral("I"), QStringLiteral("F"), QStringLiteral("S"),
@@ -103,16 +104,16 @@ QList<FieldValues> FieldStore::Read(const QString& statement) {
 
 FieldValues FieldStore::Prepare(const FieldSaveRequest& request, const FieldValues& current) {
     if (request.fieldId != current.id)
-        throw Error(tr("This field object holds field %1 and cannot save field %2.")
+        throw Error(Texts::tr("This field object holds field %1 and cannot save field %2.")
                         .arg(current.id)
                         .arg(request.fieldId));
     FieldValues values = current;
     values.name = request.name.trimmed();
     if (values.name.isEmpty())
-        throw Error(tr("A field needs a name."));
+        throw Error(Texts::tr("A field needs a name."));
     if (!DataTypeCodes.contains(request.dataTypeCode))
-        throw Error(tr("\"%1\" is not a data type of the dictionary; use I, F, S, E "
-                       "or D.")
+        throw Error(Texts::tr("\"%1\" is not a data type of the dictionary; use I, F, S, E "
+                              "or D.")
                         .arg(request.dataTypeCode));
     if (current.id == 0) {
         values.entityId = request.entityId;
@@ -139,7 +140,7 @@ FieldValues FieldStore::Prepare(const FieldSaveRequest& request, const FieldValu
 QString FieldStore::entityLabel(qint32 entityId) {
     const auto rst = m_query.OpenRecordset(DictionarySql::Entity(entityId), 60);
     if (!rst || rst->Eof())
-        throw Error(tr("There is no entity %1 in the dictionary.").arg(entityId));
+        throw Error(Texts::tr("There is no entity %1 in the dictionary.").arg(entityId));
     return rst->Value(QStringLiteral("entity_label")).toString().trimmed();
 }
 
@@ -151,8 +152,8 @@ void FieldStore::resolveAggregators(FieldValues& values) {
     const auto rst =
         m_query.OpenRecordset(DictionarySql::AggregatorsOfPair(values.aggregationPairId), 60);
     if (!rst || rst->Eof())
-        throw Error(
-            tr("There is no aggregation pair %1 in the dictionary.").arg(values.aggregationPairId));
+        throw Error(Texts::tr("There is no aggregation pair %1 in the dictionary.")
+                        .arg(values.aggregationPairId));
     values.timeAggregator = rst->Value(QStringLiteral("time_aggregator")).toString().trimmed();
     values.elementAggregator =
         rst->Value(QStringLiteral("element_aggregator")).toString().trimmed();
@@ -164,8 +165,8 @@ void FieldStore::resolveTechnologies(FieldValues& values) {
     for (const Technology& technology : technologies)
         known |= technology.bit;
     if (values.technologyMask < 0 || (values.technologyMask & ~known) != 0)
-        throw Error(tr("The technology mask %1 names technologies the dictionary "
-                       "does not have.")
+        throw Error(Texts::tr("The technology mask %1 names technologies the dictionary "
+                              "does not have.")
                         .arg(values.technologyMask));
     values.technologies = TechnologyText(technologies, values.technologyMask);
 }
