@@ -822,7 +822,12 @@ Replace the existing data sources?</source>
 <context>
     <name>main</name>
     <message>
-        <location filename="../studio/app/main.cpp" line="+93"/>
+        <location filename="../studio/app/main.cpp" line="+83"/>
+        <source>Orvane Studio created its demo database: %1</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+11"/>
         <source>Created the demo database: %1</source>
         <translation type="unfinished"></translation>
     </message>

@@ -80,8 +80,9 @@ int main(int argc, char** argv) {
     session.setValue(MainWindow::LastDatabaseKey,
                      ConnectionDescription::WithoutPassword(connection));
     if (db->SetUpOnOpen())
-        std::printf("Orvane Studio created its demo database: %s\n",
-                    qPrintable(db->DatabaseShown()));
+        std::printf("%s\n", qPrintable(QCoreApplication::translate(
+                                           "main", "Orvane Studio created its demo database: %1")
+                                           .arg(db->DatabaseShown())));
 
     StudioHost host(db, !commandLine.ReadOnly());
     MainWindow window(db);
