@@ -151,9 +151,11 @@ QVariant ColumnGridModel::headerData(int section, Qt::Orientation orientation, i
         return QVariant();
     if (orientation == Qt::Horizontal)
         return section + 1;
-    static const QString headings[Rows::Count] = {tr("Name"), tr("Type"),      tr("Field"),
-                                                  tr("Key"),  tr("Key Field"), tr("Position")};
-    return section >= 0 && section < Rows::Count ? headings[section] : QVariant();
+    // Translated on each call, so a translator installed later is followed.
+    static const char* const headings[Rows::Count] = {
+        QT_TR_NOOP("Name"), QT_TR_NOOP("Type"),      QT_TR_NOOP("Field"),
+        QT_TR_NOOP("Key"),  QT_TR_NOOP("Key Field"), QT_TR_NOOP("Position")};
+    return section >= 0 && section < Rows::Count ? tr(headings[section]) : QVariant();
 }
 
 Qt::ItemFlags ColumnGridModel::flags(const QModelIndex& index) const {

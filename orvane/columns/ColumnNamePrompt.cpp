@@ -5,34 +5,41 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
+#include <QCoreApplication>
+
 namespace Orvane::ColumnNamePrompt {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::ColumnNamePrompt)
+};
 
 enum class Wording { Adding, Renaming, Unique };
 
 QString promptFor(Wording wording) {
     switch (wording) {
     case Wording::Renaming:
-        return QStringLiteral("Please enter new column name");
+        return Texts::tr("Please enter new column name");
     case Wording::Unique:
-        return QStringLiteral("Please enter a unique column name");
+        return Texts::tr("Please enter a unique column name");
     case Wording::Adding:
         break;
     }
-    return QStringLiteral("Please enter column name");
+    return Texts::tr("Please enter column name");
 }
 
 QString titleFor(Wording wording) {
     switch (wording) {
     case Wording::Renaming:
-        return QStringLiteral("RENAMING COLUMN");
+        return Texts::tr("RENAMING COLUMN");
     case Wording::Unique:
-        return QStringLiteral("COLUMN NAME EXISTS");
+        return Texts::tr("COLUMN NAME EXISTS");
     case Wording::Adding:
         break;
     }
-    return QStringLiteral("ADDING COLUMN");
+    return Texts::tr("ADDING COLUMN");
 }
 
 // The column that the collection's Add would hand back for the name, which finds the time-stamp
@@ -55,7 +62,7 @@ Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming
         const QString name = app.InputBox(promptFor(wording), titleFor(wording)).trimmed();
         if (name.size() > lengthLimit) {
             // The text names 40 whatever the database allows.
-            app.MsgBox(QStringLiteral("Column name must be 40 characters or fewer."),
+            app.MsgBox(Texts::tr("Column name must be 40 characters or fewer."),
                        MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation, QString());
             answer.gotName = true;
             continue;
@@ -69,16 +76,16 @@ Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming
             return answer;
         }
         if (existing->ColumnDeleted()) {
-            if (app.MsgBox(QStringLiteral("Do you wish to restore the existing column?"),
+            if (app.MsgBox(Texts::tr("Do you wish to restore the existing column?"),
                            MsgBoxButtons::YesNo, MsgBoxIcon::None,
-                           QStringLiteral("COLUMN NAME EXISTS")) == MsgBoxResult::Yes) {
+                           Texts::tr("COLUMN NAME EXISTS")) == MsgBoxResult::Yes) {
                 answer.restore = existing;
                 return answer;
             }
             wording = renaming ? Wording::Renaming : Wording::Unique;
         } else {
             app.MsgBox(
-                QStringLiteral("This column name is already in use.  Please enter a unique name."),
+                Texts::tr("This column name is already in use.  Please enter a unique name."),
                 MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, QString());
             wording = Wording::Adding;
         }

@@ -14,12 +14,13 @@ namespace Orvane::ColumnValidation {
 
 namespace {
 
-QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::ColumnValidation", text);
-}
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::ColumnValidation)
+};
 
 QString uniquePositionHint() {
-    return tr("A unique position between 1 and 500 must be specified");
+    return Texts::tr("A unique position between 1 and 500 must be specified");
 }
 
 // For each grid column with a field, the next grid column whose field has the same name without
@@ -42,20 +43,21 @@ std::vector<qint32> nextSameField(const ColumnGridModel& grid) {
 std::optional<Failure> checkGridColumn(const ColumnGridModel& grid, qint32 i, qint32 sameField) {
     if (grid.ColumnAt(i)->Column_Name().isEmpty()) {
         return Failure{
-            tr("Column %1 has no name.  Please provide a name or delete the column.").arg(i), i,
-            ColumnGridRows::Name};
+            Texts::tr("Column %1 has no name.  Please provide a name or delete the column.").arg(i),
+            i, ColumnGridRows::Name};
     }
     if (grid.PositionShown(i) < 1) {
-        return Failure{tr("Column %1 has no position specified.").arg(i) + MsgBoxLineBreak +
+        return Failure{Texts::tr("Column %1 has no position specified.").arg(i) + MsgBoxLineBreak +
                            uniquePositionHint(),
                        i, ColumnGridRows::Position};
     }
     if (sameField == 0)
         return std::nullopt;
-    return Failure{
-        tr("Column %1 and column %2 have duplicate field names specified.").arg(i).arg(sameField) +
-            MsgBoxLineBreak + tr("Each field must have a unique name."),
-        0, 0};
+    return Failure{Texts::tr("Column %1 and column %2 have duplicate field names specified.")
+                           .arg(i)
+                           .arg(sameField) +
+                       MsgBoxLineBreak + Texts::tr("Each field must have a unique name."),
+                   0, 0};
 }
 
 std::optional<Failure> checkGrid(const ColumnGridModel& grid) {
@@ -75,7 +77,7 @@ std::optional<Failure> checkKeys(const CDataSourcesColumns& columns, const Colum
             continue;
         const QString& name = column->Column_Name();
         if (keyFieldByOrdinal.value(column->Key_Ordinal()) != 0) {
-            return Failure{tr("Column %1 has a duplicate key specified.").arg(name),
+            return Failure{Texts::tr("Column %1 has a duplicate key specified.").arg(name),
                            column->ColPosition(), ColumnGridRows::Key};
         }
         // A deleted column has no grid column to show its key field in, and frees its ordinal.
@@ -83,8 +85,8 @@ std::optional<Failure> checkKeys(const CDataSourcesColumns& columns, const Colum
             continue;
         keyFieldByOrdinal.insert(column->Key_Ordinal(), column->KeyFld_Id());
         if (grid.Text(column->ColPosition(), ColumnGridRows::KeyField).isEmpty()) {
-            return Failure{tr("Column %1 is missing a key field.").arg(name), column->ColPosition(),
-                           ColumnGridRows::KeyField};
+            return Failure{Texts::tr("Column %1 is missing a key field.").arg(name),
+                           column->ColPosition(), ColumnGridRows::KeyField};
         }
     }
     return std::nullopt;
@@ -111,10 +113,10 @@ std::optional<Failure> checkPositions(const CDataSourcesColumns& columns) {
     }
     for (const auto& column : columns) {
         if (holders.value(column->Position()).namesDiffer) {
-            return Failure{
-                tr("Column %1 has a duplicate position spceified.").arg(column->Column_Name()) +
-                    MsgBoxLineBreak + uniquePositionHint(),
-                column->ColPosition(), ColumnGridRows::Position};
+            return Failure{Texts::tr("Column %1 has a duplicate position spceified.")
+                                   .arg(column->Column_Name()) +
+                               MsgBoxLineBreak + uniquePositionHint(),
+                           column->ColPosition(), ColumnGridRows::Position};
         }
     }
     return std::nullopt;
@@ -125,7 +127,7 @@ std::optional<Failure> checkPositions(const CDataSourcesColumns& columns) {
 std::optional<Failure> FirstFailure(const CDataSourcesColumns& columns,
                                     const ColumnGridModel& grid) {
     if (columns.Count() < 1)
-        return Failure{tr("At least one column must be defined"), 0, 0};
+        return Failure{Texts::tr("At least one column must be defined"), 0, 0};
     if (auto failure = checkGrid(grid))
         return failure;
     if (auto failure = checkKeys(columns, grid))

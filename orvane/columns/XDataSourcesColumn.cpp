@@ -606,10 +606,9 @@ bool XDataSourcesColumn::refuseDuplicateFieldName(const CDataSourcesColumn& mode
                                                   const IField& field) {
     if (!m_columns->FieldNameUsedElsewhere(model, field.Field_Name()))
         return false;
-    HostRegistry::App().MsgBox(QStringLiteral("Field name is in use.") + MsgBoxLineBreak +
-                                   QStringLiteral("Please select a different name."),
-                               MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
-                               QStringLiteral("CANNOT USE DUPLICATE FIELD NAMES"));
+    HostRegistry::App().MsgBox(
+        tr("Field name is in use.") + MsgBoxLineBreak + tr("Please select a different name."),
+        MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr("CANNOT USE DUPLICATE FIELD NAMES"));
     return true;
 }
 
@@ -713,10 +712,9 @@ void XDataSourcesColumn::resyncPositions() {
     for (qint32 i = 1; i <= m_grid->ColumnCount(); ++i) {
         const ColumnPtr model = m_grid->ColumnAt(i);
         if (m_columns->Item(model->Column_Name()) != model) {
-            HostRegistry::App().MsgBox(QStringLiteral("Naming Error. Column: ") +
-                                           QString::number(i),
+            HostRegistry::App().MsgBox(tr("Naming Error. Column: ") + QString::number(i),
                                        MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
-                                       QStringLiteral("Resetting Columns array"));
+                                       tr("Resetting Columns array"));
             continue;
         }
         if (model->ColPosition() != i) {

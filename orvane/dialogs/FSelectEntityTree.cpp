@@ -32,7 +32,7 @@ constexpr int DefaultHeight = 400;
 FSelectEntityTree::FSelectEntityTree(QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("FSelectEntityTree"));
-    setWindowTitle(QStringLiteral("Select  Entity"));
+    setWindowTitle(tr("Select  Entity"));
     createControls();
     layoutControls();
     resize(DefaultWidth, DefaultHeight);
@@ -43,15 +43,15 @@ FSelectEntityTree::~FSelectEntityTree() = default;
 void FSelectEntityTree::createControls() {
     cboTypeFilter = new QComboBox(this);
     cboTypeFilter->setObjectName(QStringLiteral("cboTypeFilter"));
-    cboTypeFilter->setToolTip(QStringLiteral("Field Type Filter"));
+    cboTypeFilter->setToolTip(tr("Field Type Filter"));
     cboTechTypeFilter = new QComboBox(this);
     cboTechTypeFilter->setObjectName(QStringLiteral("cboTechTypeFilter"));
-    cboTechTypeFilter->setToolTip(QStringLiteral("Technology Type Filter"));
+    cboTechTypeFilter->setToolTip(tr("Technology Type Filter"));
 
     tpl = HostRegistry::Widgets().CreateTemplateTree(this);
     tpl->setObjectName(QStringLiteral("tpl"));
 
-    const QString captions[2] = {QStringLiteral("&Cancel"), QStringLiteral("&OK")};
+    const QString captions[2] = {tr("&Cancel"), tr("&OK")};
     for (int i = 0; i < 2; ++i) {
         cmdButton[i] = new QPushButton(captions[i], this);
         cmdButton[i]->setObjectName(QStringLiteral("cmdButton(%1)").arg(i));
@@ -134,7 +134,7 @@ void FSelectEntityTree::layoutControls() {
 void FSelectEntityTree::confirmSelection() {
     m_fieldCategory = HostRegistry::FieldInfo().ExternalDataEntity(Category, tpl->SelectedKey());
     if (!m_fieldCategory) {
-        refuse(QStringLiteral("Entity"));
+        refuse(tr("Entity"));
         return;
     }
     if (tpl->Mode() != EntityAndFieldMode) {
@@ -145,7 +145,7 @@ void FSelectEntityTree::confirmSelection() {
     const QList<std::shared_ptr<IField>> fields = tpl->SelectedFields();
     m_field = fields.isEmpty() ? nullptr : fields.first();
     if (!m_field) {
-        refuse(QStringLiteral("Field"));
+        refuse(tr("Field"));
         return;
     }
     m_ok = true;
@@ -154,9 +154,9 @@ void FSelectEntityTree::confirmSelection() {
 
 void FSelectEntityTree::refuse(const QString& what) {
     HostRegistry::App().MsgBox(
-        QStringLiteral("Selected %1 is not allowed to be used for external data").arg(what) +
-            MsgBoxLineBreak + QStringLiteral("Please select another %1").arg(what),
-        MsgBoxButtons::OKOnly, MsgBoxIcon::Information, QStringLiteral("Select %1").arg(what));
+        tr("Selected %1 is not allowed to be used for external data").arg(what) + MsgBoxLineBreak +
+            tr("Please select another %1").arg(what),
+        MsgBoxButtons::OKOnly, MsgBoxIcon::Information, tr("Select %1").arg(what));
     tpl->setFocus();
 }
 

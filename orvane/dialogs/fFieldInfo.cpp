@@ -30,7 +30,7 @@ namespace Orvane {
 namespace {
 
 const QString AppGroup = QStringLiteral("Traffic");
-const QString SaveTitle = QStringLiteral("Creating new EDS field");
+const char* const SaveTitle = QT_TRANSLATE_NOOP("Orvane::fFieldInfo", "Creating new EDS field");
 
 // Style bits of a field and the font attribute each gives the sample.
 constexpr qint32 BoldBit = 1;
@@ -82,10 +82,10 @@ void addRow(QFormLayout& form, QLabel* label, QWidget* field) {
 }
 
 QString nameRuleMessage(qint32 maxLength) {
-    return QStringLiteral("A Field name must have at least 1 but no more than ") +
-           QString::number(maxLength) + QStringLiteral(" characters") + MsgBoxLineBreak +
-           QStringLiteral("and first character must begin with alphabet or _ and subsequent ") +
-           MsgBoxLineBreak + QStringLiteral("character can be alphanumeric, % or _ only.");
+    return fFieldInfo::tr("A Field name must have at least 1 but no more than ") +
+           QString::number(maxLength) + fFieldInfo::tr(" characters") + MsgBoxLineBreak +
+           fFieldInfo::tr("and first character must begin with alphabet or _ and subsequent ") +
+           MsgBoxLineBreak + fFieldInfo::tr("character can be alphanumeric, % or _ only.");
 }
 
 } // namespace
@@ -93,7 +93,7 @@ QString nameRuleMessage(qint32 maxLength) {
 fFieldInfo::fFieldInfo(QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("fFieldInfo"));
-    setWindowTitle(QStringLiteral("Field Editor"));
+    setWindowTitle(tr("Field Editor"));
     createControls();
     layoutControls();
     connectEdits();
@@ -121,42 +121,41 @@ bool fFieldInfo::IsValidFieldName(const QString& name, qint32 maxLength) {
 // Controls
 
 void fFieldInfo::createControls() {
-    lblName = named(new QLabel(QStringLiteral("&Name: "), this), "lblName");
+    lblName = named(new QLabel(tr("&Name: "), this), "lblName");
     txtName = named(new QLineEdit(this), "txtName");
-    lblDescription = named(new QLabel(QStringLiteral("&Description: "), this), "lblDescription");
+    lblDescription = named(new QLabel(tr("&Description: "), this), "lblDescription");
     txtDescription = named(new QLineEdit(this), "txtDescription");
-    lblHeadingRow1 = named(new QLabel(QStringLiteral("Heading Line &1: "), this), "lblHeadingRow1");
+    lblHeadingRow1 = named(new QLabel(tr("Heading Line &1: "), this), "lblHeadingRow1");
     txtHeadingRow1 = named(new QLineEdit(this), "txtHeadingRow1");
-    lblHeadingRow2 = named(new QLabel(QStringLiteral("Heading Line &2: "), this), "lblHeadingRow2");
+    lblHeadingRow2 = named(new QLabel(tr("Heading Line &2: "), this), "lblHeadingRow2");
     txtHeadingRow2 = named(new QLineEdit(this), "txtHeadingRow2");
-    lblDataType = named(new QLabel(QStringLiteral("D&ata Type: "), this), "lblDataType");
+    lblDataType = named(new QLabel(tr("D&ata Type: "), this), "lblDataType");
     cboDataType = createList("cboDataType");
-    lblTimeAggregator =
-        named(new QLabel(QStringLiteral("&Time Aggregator:"), this), "lblTimeAggregator");
+    lblTimeAggregator = named(new QLabel(tr("&Time Aggregator:"), this), "lblTimeAggregator");
     cboTimeAggregator = createList("cboTimeAggregator");
     lblElementAggregator =
-        named(new QLabel(QStringLiteral("&Element Aggregator: "), this), "lblElementAggregator");
+        named(new QLabel(tr("&Element Aggregator: "), this), "lblElementAggregator");
     cboElementAggregator = createList("cboElementAggregator");
 
-    lblExt << named(new QLabel(QStringLiteral("Extra Column:"), this), "lblExt(0)");
+    lblExt << named(new QLabel(tr("Extra Column:"), this), "lblExt(0)");
     txtExt << named(new QLineEdit(this), "txtExt(0)");
     lblExt.front()->hide();
     txtExt.front()->hide();
 
-    lblTechnology = named(new QLabel(QStringLiteral("T&echnologies:"), this), "lblTechnology");
+    lblTechnology = named(new QLabel(tr("T&echnologies:"), this), "lblTechnology");
     xTech = named(HostRegistry::Widgets().CreateTechnologies(this), "xTech");
-    lblStyle = named(new QLabel(QStringLiteral("Field &Style:"), this), "lblStyle");
-    txtStyle = named(new QLineEdit(QStringLiteral("Sample"), this), "txtStyle");
+    lblStyle = named(new QLabel(tr("Field &Style:"), this), "lblStyle");
+    txtStyle = named(new QLineEdit(tr("Sample"), this), "txtStyle");
     txtStyle->setReadOnly(true);
     txtStyle->installEventFilter(this);
     cmdStyle = named(new QPushButton(QStringLiteral("..."), this), "cmdStyle");
-    cmdStyle->setToolTip(QStringLiteral("Field Style"));
+    cmdStyle->setToolTip(tr("Field Style"));
     cmdStyle->setAutoDefault(false);
     cmdStyle->setFixedWidth(cmdStyle->sizeHint().height());
 
-    cmdOk = named(new QPushButton(QStringLiteral("&OK"), this), "cmdOk");
-    cmdCancel = named(new QPushButton(QStringLiteral("&Cancel"), this), "cmdCancel");
-    cmdHelp = named(new QPushButton(QStringLiteral("&Help"), this), "cmdHelp");
+    cmdOk = named(new QPushButton(tr("&OK"), this), "cmdOk");
+    cmdCancel = named(new QPushButton(tr("&Cancel"), this), "cmdCancel");
+    cmdHelp = named(new QPushButton(tr("&Help"), this), "cmdHelp");
     cmdCancel->setAutoDefault(false);
     cmdHelp->setAutoDefault(false);
     cmdOk->setDefault(true);
@@ -246,7 +245,7 @@ void fFieldInfo::load() {
     } catch (const Error& error) {
         m_isLoadOk = false;
         HostRegistry::App().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::None,
-                                   QStringLiteral("Loading Field Editor"));
+                                   tr("Loading Field Editor"));
     }
 }
 
@@ -324,7 +323,7 @@ void fFieldInfo::applyAggregatorMode() {
     m_elementAggregation = HostRegistry::FieldInfo().ElementAggregationOffered();
     if (m_elementAggregation)
         return;
-    lblTimeAggregator->setText(QStringLiteral("Aggrega&tor:"));
+    lblTimeAggregator->setText(tr("Aggrega&tor:"));
     m_form->setRowVisible(cboElementAggregator, false);
     m_elementAggregator.clear();
 }
@@ -352,9 +351,8 @@ void fFieldInfo::applyEditPermission() {
 
 QString fFieldInfo::caption() const {
     if (m_isNew)
-        return QStringLiteral("Create New Data Source Field For ") + entityName();
-    return QStringLiteral(" Update Data Source Field ") + entityName() + QStringLiteral(": ") +
-           m_name;
+        return tr("Create New Data Source Field For ") + entityName();
+    return tr(" Update Data Source Field ") + entityName() + QStringLiteral(": ") + m_name;
 }
 
 // Bit 1 makes the sample bold, bit 2 italic and bit 4 underlined; the colour is the text's.
@@ -435,20 +433,19 @@ bool fFieldInfo::validate() {
     if (!IsValidFieldName(name, m_limits.name))
         return refuse(nameRuleMessage(m_limits.name), txtName);
     if (xTech->TechnologyMask() == 0)
-        return refuse(
-            QStringLiteral("A Field must be associated with at least one technology type.") +
-                MsgBoxLineBreak +
-                QStringLiteral("Please select one or more technology types for this Field. "),
-            xTech);
+        return refuse(tr("A Field must be associated with at least one technology type.") +
+                          MsgBoxLineBreak +
+                          tr("Please select one or more technology types for this Field. "),
+                      xTech);
     if (txtName->isEnabled() && ColumnSave::FieldNameInUse(name, entityId(), m_fieldId))
-        return refuse(QStringLiteral("A Field with this name already exists. ") + MsgBoxLineBreak +
-                          QStringLiteral("Please select another name"),
+        return refuse(tr("A Field with this name already exists. ") + MsgBoxLineBreak +
+                          tr("Please select another name"),
                       txtName);
     if (!fieldInfo.AggregationPairId(cboTimeAggregator->currentText(), elementAggregatorText()))
-        return refuse(QStringLiteral("Field's time aggregation and element aggregation is not a "
-                                     "valid choice.") +
+        return refuse(tr("Field's time aggregation and element aggregation is not a "
+                         "valid choice.") +
                           MsgBoxLineBreak +
-                          QStringLiteral("Please check your aggregation selection and try again. "),
+                          tr("Please check your aggregation selection and try again. "),
                       cboTimeAggregator);
     return true;
 }
@@ -530,14 +527,14 @@ void fFieldInfo::save() {
 void fFieldInfo::reportSaveFailure(qint32 code, bool flag, const QString& description) {
     IApplication& app = HostRegistry::App();
     if (code == NameTakenCode && flag) {
-        app.MsgBox(QStringLiteral("A field with the name you specified already exists. ") +
-                       MsgBoxLineBreak + QStringLiteral("Please specify a different name."),
-                   MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, SaveTitle);
+        app.MsgBox(tr("A field with the name you specified already exists. ") + MsgBoxLineBreak +
+                       tr("Please specify a different name."),
+                   MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr(SaveTitle));
         txtName->setFocus();
         return;
     }
-    app.MsgBox(QStringLiteral("Unable to save New Field.") + MsgBoxLineBreak + description,
-               MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, SaveTitle);
+    app.MsgBox(tr("Unable to save New Field.") + MsgBoxLineBreak + description,
+               MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr(SaveTitle));
 }
 
 // Helpers

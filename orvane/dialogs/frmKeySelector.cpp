@@ -68,7 +68,7 @@ qint32 ordinalOf(const QString& text) {
 frmKeySelector::frmKeySelector(QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("frmKeySelector"));
-    setWindowTitle(QStringLiteral("Select Key Field"));
+    setWindowTitle(tr("Select Key Field"));
     createControls();
     layoutControls();
 }
@@ -76,19 +76,19 @@ frmKeySelector::frmKeySelector(QWidget* parent)
 frmKeySelector::~frmKeySelector() = default;
 
 void frmKeySelector::createControls() {
-    lblField = new QLabel(QStringLiteral("Field:"), this);
+    lblField = new QLabel(tr("Field:"), this);
     lblField->setObjectName(QStringLiteral("lblField"));
     txtField = new QLineEdit(this);
     txtField->setObjectName(QStringLiteral("txtField"));
-    txtField->setToolTip(QStringLiteral("Key Field"));
+    txtField->setToolTip(tr("Key Field"));
     txtField->setReadOnly(true);
     cmdSelect = new QPushButton(QStringLiteral("..."), this);
     cmdSelect->setObjectName(QStringLiteral("cmdSelect"));
-    cmdSelect->setToolTip(QStringLiteral("Select field"));
+    cmdSelect->setToolTip(tr("Select field"));
     cmdSelect->setAutoDefault(false);
     cmdSelect->setFixedWidth(cmdSelect->sizeHint().height());
 
-    lblOrdinal = new QLabel(QStringLiteral("Ordinal:"), this);
+    lblOrdinal = new QLabel(tr("Ordinal:"), this);
     lblOrdinal->setObjectName(QStringLiteral("lblOrdinal"));
     txtOrdinal = new QLineEdit(this);
     txtOrdinal->setObjectName(QStringLiteral("txtOrdinal"));
@@ -98,14 +98,14 @@ void frmKeySelector::createControls() {
     txtOrdinal->installEventFilter(this);
     udOrdinal = new QSpinBox(this);
     udOrdinal->setObjectName(QStringLiteral("udOrdinal"));
-    udOrdinal->setToolTip(QStringLiteral("Select Key Ordinal"));
+    udOrdinal->setToolTip(tr("Select Key Ordinal"));
     udOrdinal->setRange(MinOrdinal, MaxOrdinal);
     udOrdinal->setFocusPolicy(Qt::NoFocus);
     udOrdinal->setFixedWidth(arrowsWidth(*udOrdinal));
 
-    cmdOk = new QPushButton(QStringLiteral("&OK"), this);
+    cmdOk = new QPushButton(tr("&OK"), this);
     cmdOk->setObjectName(QStringLiteral("cmdOk"));
-    cmdCancel = new QPushButton(QStringLiteral("&Cancel"), this);
+    cmdCancel = new QPushButton(tr("&Cancel"), this);
     cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
     cmdCancel->setAutoDefault(false);
     cmdOk->setDefault(true);
@@ -203,8 +203,8 @@ void frmKeySelector::ordinalTextChanged(const QString& text) {
 }
 
 void frmKeySelector::selectField() {
-    const QString title = m_fieldCategory ? QStringLiteral("Update Key Field Selection")
-                                          : QStringLiteral("Select Key Field");
+    const QString title =
+        m_fieldCategory ? tr("Update Key Field Selection") : tr("Select Key Field");
     const std::shared_ptr<IEntity> entity = m_columns ? m_columns->Entity() : nullptr;
     FSelectEntityTree tree(this);
     tree.Initialize(title, FSelectEntityTree::EntityAndFieldMode,
@@ -220,15 +220,15 @@ void frmKeySelector::selectField() {
 
 void frmKeySelector::confirm() {
     if (m_ordinal < MinOrdinal || m_ordinal > MaxOrdinal) {
-        refuse(QStringLiteral("A unique Ordinal between 1 and 500 must be chosen."), txtOrdinal);
+        refuse(tr("A unique Ordinal between 1 and 500 must be chosen."), txtOrdinal);
         return;
     }
     if (m_ordinal != m_initialOrdinal && ordinalInUse()) {
-        refuse(QStringLiteral("Ordinal %1 is already in use").arg(m_ordinal), txtOrdinal);
+        refuse(tr("Ordinal %1 is already in use").arg(m_ordinal), txtOrdinal);
         return;
     }
     if (FieldName().isEmpty()) {
-        refuse(QStringLiteral("A key field has not been selected"), cmdSelect);
+        refuse(tr("A key field has not been selected"), cmdSelect);
         return;
     }
     m_cancel = false;

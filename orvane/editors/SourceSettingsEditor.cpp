@@ -20,14 +20,16 @@ SourceSettingsEditor::SourceSettingsEditor(QWidget* parent, QSize leastSize)
 SourceSettingsEditor::~SourceSettingsEditor() = default;
 
 void SourceSettingsEditor::createTimeSeriesBox(QWidget* parent) {
-    ckTimeSeries = new QCheckBox(QStringLiteral("Data IsTime Series"), parent);
+    ckTimeSeries = new QCheckBox(tr("Data IsTime Series"), parent);
     ckTimeSeries->setObjectName(QStringLiteral("ckTimeSeries"));
-    ckTimeSeries->setToolTip(QStringLiteral("Check if data is time series"));
+    ckTimeSeries->setToolTip(tr("Check if data is time series"));
     connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::timeSeriesClicked);
+    connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::IsTimeSeriesChanged);
+    connect(ckTimeSeries, &QCheckBox::toggled, this, &SourceSettingsEditor::notifyFrequencyChange);
 }
 
 void SourceSettingsEditor::createFrequencyLabel(QWidget* parent) {
-    lblFreq = createLabel(QStringLiteral("lblFreq"), QStringLiteral("Frequency:"), parent);
+    lblFreq = createLabel(QStringLiteral("lblFreq"), tr("Frequency:"), parent);
 }
 
 void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& toolTip) {
@@ -37,6 +39,29 @@ void SourceSettingsEditor::createFrequencyBox(QWidget* parent, const QString& to
     // Wide enough for a frequency's name even while none is selected.
     cboFrequency->setMinimumContentsLength(12);
     connect(cboFrequency, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+    connect(cboFrequency, &QComboBox::currentIndexChanged, this,
+            &SourceSettingsEditor::notifyFrequencyChange);
+}
+
+// FreqId follows both the box and the list, so it is compared before it is announced.
+void SourceSettingsEditor::notifyFrequencyChange() {
+    const qint32 freqId = Frequency();
+    if (freqId == m_notifiedFreqId)
+        return;
+    m_notifiedFreqId = freqId;
+    emit FreqIdChanged(freqId);
+}
+
+void SourceSettingsEditor::notifyTrimmedChanges(QLineEdit* textBox,
+                                                std::function<void(const QString&)> notify) {
+    connect(textBox, &QLineEdit::textChanged, this,
+            [textBox, notify = std::move(notify), last = trimmedText(textBox)]() mutable {
+                const QString value = trimmedText(textBox);
+                if (value == last)
+                    return;
+                last = value;
+                notify(value);
+            });
 }
 
 QHBoxLayout* SourceSettingsEditor::timeSeriesRow() {

@@ -2,6 +2,8 @@
 
 #include <QWidget>
 
+#include <functional>
+
 class QCheckBox;
 class QComboBox;
 class QHBoxLayout;
@@ -15,6 +17,8 @@ namespace Orvane {
 // Each editor creates the shared controls itself, at the place its own order of children needs.
 class SourceSettingsEditor : public QWidget {
     Q_OBJECT
+    Q_PROPERTY(bool IsTimeSeries READ IsTimeSeries WRITE setIsTimeSeries NOTIFY IsTimeSeriesChanged)
+    Q_PROPERTY(qint32 FreqId READ Frequency WRITE setFrequency NOTIFY FreqIdChanged)
 
 public:
     ~SourceSettingsEditor() override;
@@ -32,6 +36,8 @@ public:
 
 signals:
     void dsgChange(bool isTimeSeriesChange);
+    void IsTimeSeriesChanged(bool value);
+    void FreqIdChanged(qint32 value);
 
 protected:
     SourceSettingsEditor(QWidget* parent, QSize leastSize);
@@ -64,6 +70,9 @@ protected:
     // The message of a failed check, then the focus on the control to correct.
     void reportInvalid(const QString& message, const QString& title, QWidget* focus);
 
+    // Calls notify with the box's trimmed text each time that text changes, typed or set.
+    void notifyTrimmedChanges(QLineEdit* textBox, std::function<void(const QString&)> notify);
+
     static QString trimmedText(const QLineEdit* textBox);
     static void setTrimmedText(QLineEdit* textBox, const QString& value);
 
@@ -71,7 +80,10 @@ protected:
     virtual void timeSeriesClicked(bool checked) = 0;
 
 private:
+    void notifyFrequencyChange();
+
     QSize m_leastSize;
+    qint32 m_notifiedFreqId = 0;
 };
 
 } // namespace Orvane

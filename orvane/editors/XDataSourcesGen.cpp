@@ -24,9 +24,11 @@ namespace Orvane {
 namespace {
 
 // The entries of cboDelimeter, aligned on the symbol, and the character each one stands for.
-const QStringList DelimiterEntries = {QStringLiteral("   <space>"), QStringLiteral(" : <colon>"),
-                                      QStringLiteral(" , <comma>"), QStringLiteral(" / <slash>"),
-                                      QStringLiteral("   <tab>")};
+const char* const DelimiterEntries[] = {QT_TRANSLATE_NOOP("Orvane::XDataSourcesGen", "   <space>"),
+                                        QT_TRANSLATE_NOOP("Orvane::XDataSourcesGen", " : <colon>"),
+                                        QT_TRANSLATE_NOOP("Orvane::XDataSourcesGen", " , <comma>"),
+                                        QT_TRANSLATE_NOOP("Orvane::XDataSourcesGen", " / <slash>"),
+                                        QT_TRANSLATE_NOOP("Orvane::XDataSourcesGen", "   <tab>")};
 const QStringList Delimiters = {QStringLiteral(" "), QStringLiteral(":"), QStringLiteral(","),
                                 QStringLiteral("/"), QStringLiteral("\t")};
 constexpr int TabDelimiter = 4;
@@ -51,17 +53,17 @@ XDataSourcesGen::XDataSourcesGen(QWidget* parent)
 XDataSourcesGen::~XDataSourcesGen() = default;
 
 void XDataSourcesGen::createControls() {
-    lblDesc = createLabel(QStringLiteral("lblDesc"), QStringLiteral("Description:"), this);
-    txtDescription = createTextBox(QStringLiteral("txtDescription"),
-                                   QStringLiteral("Enter Description of Document"), this);
-    lblFile = createLabel(QStringLiteral("lblFile"), QStringLiteral("File Name:"), this);
+    lblDesc = createLabel(QStringLiteral("lblDesc"), tr("Description:"), this);
+    txtDescription =
+        createTextBox(QStringLiteral("txtDescription"), tr("Enter Description of Document"), this);
+    lblFile = createLabel(QStringLiteral("lblFile"), tr("File Name:"), this);
     txtFile = new FileNameEdit(this);
     txtFile->setObjectName(QStringLiteral("txtFile"));
-    txtFile->setToolTip(QStringLiteral("Enter file path and name"));
-    lblDelimeter = createLabel(QStringLiteral("lblDelimeter"), QStringLiteral("Delimeter:"), this);
+    txtFile->setToolTip(tr("Enter file path and name"));
+    lblDelimeter = createLabel(QStringLiteral("lblDelimeter"), tr("Delimeter:"), this);
     cboDelimeter = new QComboBox(this);
     cboDelimeter->setObjectName(QStringLiteral("cboDelimeter"));
-    cboDelimeter->setToolTip(QStringLiteral("Select Delimeter"));
+    cboDelimeter->setToolTip(tr("Select Delimeter"));
     createTimeSeriesBox(this);
     createFrequencyLabel(this);
     createFrequencyBox(this, QString());
@@ -70,11 +72,17 @@ void XDataSourcesGen::createControls() {
     // Only keystrokes count as edits of the file name, and they count even while Loading.
     connect(txtFile, &FileNameEdit::keyAccepted, this, [this] { emit dsgChange(false); });
     connect(cboDelimeter, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
+
+    notifyTrimmedChanges(txtDescription, [this](const QString& v) { emit DescriptionChanged(v); });
+    notifyTrimmedChanges(txtFile, [this](const QString& v) { emit Eds_FileChanged(v); });
+    connect(cboDelimeter, &QComboBox::currentIndexChanged, this,
+            [this] { emit Eds_DelimeterChanged(Eds_Delimeter()); });
 }
 
 void XDataSourcesGen::fillDelimiters() {
     cboDelimeter->clear();
-    cboDelimeter->addItems(DelimiterEntries);
+    for (const char* entry : DelimiterEntries)
+        cboDelimeter->addItem(tr(entry));
     cboDelimeter->setCurrentIndex(TabDelimiter);
 }
 
@@ -136,25 +144,24 @@ void XDataSourcesGen::Initialize(const QString& sDesc, const QString& sFile, con
 bool XDataSourcesGen::IsValid(const QString& sMsgBoxTitle) {
     // The titles of this editor append a blank and the kind of error.
     if (txtFile->text().isEmpty()) {
-        reportInvalid(QStringLiteral("A full path must be supplied to the data file"),
-                      sMsgBoxTitle + QStringLiteral(" Path Error"), txtFile);
+        reportInvalid(tr("A full path must be supplied to the data file"),
+                      sMsgBoxTitle + tr(" Path Error"), txtFile);
         return false;
     }
     if (mOrvane::FileNameHasBadChar(txtFile->text().trimmed())) {
-        reportInvalid(
-            QStringLiteral("A file name cannot include any of the following characters: ") +
-                mOrvane::InvalidFileChars,
-            sMsgBoxTitle + QStringLiteral(" File Name Error"), txtFile);
+        reportInvalid(tr("A file name cannot include any of the following characters: ") +
+                          mOrvane::InvalidFileChars,
+                      sMsgBoxTitle + tr(" File Name Error"), txtFile);
         return false;
     }
     if (cboDelimeter->currentIndex() < 0) {
-        reportInvalid(QStringLiteral("A delimeter type must be selected"),
-                      sMsgBoxTitle + QStringLiteral(" Delimeter Error"), cboDelimeter);
+        reportInvalid(tr("A delimeter type must be selected"),
+                      sMsgBoxTitle + tr(" Delimeter Error"), cboDelimeter);
         return false;
     }
     if (frequencyMissing()) {
-        reportInvalid(QStringLiteral("A time series frequency must be selected"),
-                      sMsgBoxTitle + QStringLiteral(" Frequency Selection Error"), cboFrequency);
+        reportInvalid(tr("A time series frequency must be selected"),
+                      sMsgBoxTitle + tr(" Frequency Selection Error"), cboFrequency);
         return false;
     }
     return true;

@@ -13,6 +13,11 @@ class FileNameEdit;
 // A view of the document: the host copies the properties into it after IsValid.
 class XDataSourcesGen : public SourceSettingsEditor {
     Q_OBJECT
+    Q_PROPERTY(
+        QString Description READ Eds_Description WRITE setEds_Description NOTIFY DescriptionChanged)
+    Q_PROPERTY(QString Eds_File READ Eds_File WRITE setEds_File NOTIFY Eds_FileChanged)
+    Q_PROPERTY(
+        QString Eds_Delimeter READ Eds_Delimeter WRITE setEds_Delimeter NOTIFY Eds_DelimeterChanged)
 
 public:
     explicit XDataSourcesGen(QWidget* parent = nullptr);
@@ -34,6 +39,11 @@ public:
     void Initialize(const QString& sDesc, const QString& sFile, const QString& sDelim,
                     bool bIsTimeSeries, qint32 lFreq);
     bool IsValid(const QString& sMsgBoxTitle);
+
+signals:
+    void DescriptionChanged(const QString& value);
+    void Eds_FileChanged(const QString& value);
+    void Eds_DelimeterChanged(const QString& value);
 
 protected:
     void timeSeriesClicked(bool checked) override;

@@ -43,23 +43,28 @@ XDataSourcesODBC::~XDataSourcesODBC() = default;
 
 // Each frame holds its boxes, then their labels; the boxes in the order IsValid walks them.
 void XDataSourcesODBC::createControls() {
-    fraDatabase = createFrame(QStringLiteral("fraDatabase"), QStringLiteral("Source"));
+    fraDatabase = createFrame(QStringLiteral("fraDatabase"), tr("Source"));
     txtDB_Table = createSettingBox(QStringLiteral("txtDB_Table"), fraDatabase);
     txtDB_Database = createSettingBox(QStringLiteral("txtDB_Database"), fraDatabase);
     txtDB_Server = createSettingBox(QStringLiteral("txtDB_Server"), fraDatabase);
-    lblTable = createLabel(QStringLiteral("lblTable"), QStringLiteral("Table:"), fraDatabase);
-    lblDatabase =
-        createLabel(QStringLiteral("lblDatabase"), QStringLiteral("Database:"), fraDatabase);
-    lblServer = createLabel(QStringLiteral("lblServer"), QStringLiteral("Server:"), fraDatabase);
-    fraLogin = createFrame(QStringLiteral("fraLogin"), QStringLiteral("Login"));
+    lblTable = createLabel(QStringLiteral("lblTable"), tr("Table:"), fraDatabase);
+    lblDatabase = createLabel(QStringLiteral("lblDatabase"), tr("Database:"), fraDatabase);
+    lblServer = createLabel(QStringLiteral("lblServer"), tr("Server:"), fraDatabase);
+    fraLogin = createFrame(QStringLiteral("fraLogin"), tr("Login"));
     txtDB_Password = createSettingBox(QStringLiteral("txtDB_Password"), fraLogin);
     txtDB_Password->setEchoMode(QLineEdit::Password);
     txtDB_UserId = createSettingBox(QStringLiteral("txtDB_UserId"), fraLogin);
-    lblPass = createLabel(QStringLiteral("lblPass"), QStringLiteral("Password:"), fraLogin);
-    lblUser = createLabel(QStringLiteral("lblUser"), QStringLiteral("UserId:"), fraLogin);
+    lblPass = createLabel(QStringLiteral("lblPass"), tr("Password:"), fraLogin);
+    lblUser = createLabel(QStringLiteral("lblUser"), tr("UserId:"), fraLogin);
     createTimeSeriesBox(this);
-    createFrequencyBox(this, QStringLiteral("Select data frequency"));
+    createFrequencyBox(this, tr("Select data frequency"));
     createFrequencyLabel(this);
+
+    notifyTrimmedChanges(txtDB_Server, [this](const QString& v) { emit ServerChanged(v); });
+    notifyTrimmedChanges(txtDB_Database, [this](const QString& v) { emit DatabaseChanged(v); });
+    notifyTrimmedChanges(txtDB_Table, [this](const QString& v) { emit TableChanged(v); });
+    notifyTrimmedChanges(txtDB_UserId, [this](const QString& v) { emit UserIdChanged(v); });
+    notifyTrimmedChanges(txtDB_Password, [this](const QString& v) { emit PasswordChanged(v); });
 }
 
 // After the controls of the settings, so that their order stays what IsValid walks.
@@ -166,17 +171,16 @@ void XDataSourcesODBC::Initialize(bool bIsTimeSeries, qint32 lFreq, const QStrin
 bool XDataSourcesODBC::IsValid(const QString& sMsgBoxTitle) {
     // The titles of this editor append a colon, a blank and the kind of error.
     if (frequencyMissing()) {
-        reportInvalid(QStringLiteral("A time series frequency must be selected"),
-                      sMsgBoxTitle + QStringLiteral(": Frequency Selection Missing"), cboFrequency);
+        reportInvalid(tr("A time series frequency must be selected"),
+                      sMsgBoxTitle + tr(": Frequency Selection Missing"), cboFrequency);
         return false;
     }
     // Only the server and the table are required, checked in the order the control holds them,
     // so the table is reported first. The message names the box without its "txtDB_" prefix.
     for (QLineEdit* textBox : {txtDB_Table, txtDB_Server}) {
         if (textBox->text().isEmpty()) {
-            reportInvalid(QStringLiteral("Please enter ") + textBox->objectName().mid(6),
-                          sMsgBoxTitle + QStringLiteral(": Required Information is Missing"),
-                          textBox);
+            reportInvalid(tr("Please enter ") + textBox->objectName().mid(6),
+                          sMsgBoxTitle + tr(": Required Information is Missing"), textBox);
             return false;
         }
     }

@@ -19,6 +19,12 @@ namespace Orvane {
 // the database's list.
 class XDataSourcesODBC : public SourceSettingsEditor {
     Q_OBJECT
+    Q_PROPERTY(QString Server READ Server WRITE setServer NOTIFY ServerChanged)
+    Q_PROPERTY(QString Database READ Database WRITE setDatabase NOTIFY DatabaseChanged)
+    Q_PROPERTY(QString Table READ Table WRITE setTable NOTIFY TableChanged)
+    Q_PROPERTY(QString UserId READ UserId WRITE setUserId NOTIFY UserIdChanged)
+    Q_PROPERTY(QString Password READ Password WRITE setPassword NOTIFY PasswordChanged
+                   DESIGNABLE false STORED false)
 
 public:
     explicit XDataSourcesODBC(QWidget* parent = nullptr);
@@ -46,6 +52,13 @@ public:
     // columns from. Without a catalog, server or table, or when reading fails, the user is told
     // why and the list is empty.
     QList<CatalogColumn> TableColumns();
+
+signals:
+    void ServerChanged(const QString& value);
+    void DatabaseChanged(const QString& value);
+    void TableChanged(const QString& value);
+    void UserIdChanged(const QString& value);
+    void PasswordChanged(const QString& value);
 
 protected:
     void timeSeriesClicked(bool checked) override;

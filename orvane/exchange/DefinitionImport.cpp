@@ -14,11 +14,17 @@
 #include "orvane/model/FrequencyList.h"
 #include "orvane/model/MSQL.h"
 
+#include <QCoreApplication>
 #include <QDateTime>
 
 namespace Orvane {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::DefinitionImport)
+};
 
 const QString AppGroup = QStringLiteral("Traffic");
 
@@ -87,15 +93,15 @@ void DefinitionImport::resolveEntity() {
     const auto found = entityNamed(m_definition.entity);
     if (!found) {
         problem(QStringLiteral("entity"),
-                QStringLiteral("there is no entity named %1").arg(quoted(m_definition.entity)));
+                Texts::tr("there is no entity named %1").arg(quoted(m_definition.entity)));
         return;
     }
     // The rule of the entity chooser: only an entity open to external data.
     auto entity =
         HostRegistry::FieldInfo().ExternalDataEntity(QString(), QString::number(found->id));
     if (!entity) {
-        problem(QStringLiteral("entity"), QStringLiteral("the entity %1 may not be used for "
-                                                         "external data")
+        problem(QStringLiteral("entity"), Texts::tr("the entity %1 may not be used for "
+                                                    "external data")
                                               .arg(quoted(m_definition.entity)));
         return;
     }
@@ -108,9 +114,8 @@ void DefinitionImport::resolveFrequency() {
         return;
     const qint32 id = FrequencyList::IdOf(m_definition.frequency);
     if (id == 0)
-        problem(QStringLiteral("frequency"),
-                QStringLiteral("there is no frequency %1 for data sources")
-                    .arg(quoted(m_definition.frequency)));
+        problem(QStringLiteral("frequency"), Texts::tr("there is no frequency %1 for data sources")
+                                                 .arg(quoted(m_definition.frequency)));
     m_document->setFreqId(id);
 }
 
@@ -121,7 +126,7 @@ void DefinitionImport::resolveColumn(const ColumnDefinition& definition, qsizety
     // Add finds the time stamp column under "Time Stamp" whatever its name.
     if (m_document->Columns()->Count() == before) {
         problem(path + QStringLiteral(".name"),
-                QStringLiteral("\"Time Stamp\" names the time stamp column, which is %1")
+                Texts::tr("\"Time Stamp\" names the time stamp column, which is %1")
                     .arg(quoted(column->Column_Name())));
         return;
     }
@@ -140,13 +145,14 @@ void DefinitionImport::resolveKey(const KeyReference& key, CDataSourcesColumn& c
     const auto entity = entityNamed(key.entity);
     if (!entity) {
         problem(path + QStringLiteral(".entity"),
-                QStringLiteral("there is no entity named %1").arg(quoted(key.entity)));
+                Texts::tr("there is no entity named %1").arg(quoted(key.entity)));
         return;
     }
     const qint32 fieldId = fieldIdNamed(entity->id, key.field);
     if (fieldId == 0) {
-        problem(path + QStringLiteral(".field"), QStringLiteral("the entity %1 has no field %2")
-                                                     .arg(quoted(key.entity), quoted(key.field)));
+        problem(
+            path + QStringLiteral(".field"),
+            Texts::tr("the entity %1 has no field %2").arg(quoted(key.entity), quoted(key.field)));
         return;
     }
     column.setKey_Ordinal(key.ordinal);
@@ -168,15 +174,14 @@ void DefinitionImport::resolveField(const FieldReference& field,
     }
     if (!field.definition) {
         problem(path + QStringLiteral(".name"),
-                QStringLiteral("the entity %1 has no field %2, and no definition is given to "
-                               "create it")
+                Texts::tr("the entity %1 has no field %2, and no definition is given to "
+                          "create it")
                     .arg(quoted(m_definition.entity), quoted(field.name)));
         return;
     }
     if (m_newFieldNames.contains(field.name, Qt::CaseInsensitive)) {
-        problem(
-            path + QStringLiteral(".name"),
-            QStringLiteral("another column already creates the field %1").arg(quoted(field.name)));
+        problem(path + QStringLiteral(".name"),
+                Texts::tr("another column already creates the field %1").arg(quoted(field.name)));
         return;
     }
     if (auto created = newField(field, path)) {
@@ -192,7 +197,7 @@ qint32 DefinitionImport::technologyMask(const FieldDefinition& definition, const
         const QVariant bit = HostRegistry::FieldInfo().TechnologyType(name);
         if (bit.isNull() || bit.toInt() <= 0)
             problem(QStringLiteral("%1.technologies[%2]").arg(path).arg(i),
-                    QStringLiteral("there is no technology %1").arg(quoted(name)));
+                    Texts::tr("there is no technology %1").arg(quoted(name)));
         else
             mask |= bit.toInt();
     }
@@ -201,9 +206,8 @@ qint32 DefinitionImport::technologyMask(const FieldDefinition& definition, const
 
 void DefinitionImport::checkLength(const QString& text, qint32 maximum, const QString& path) {
     if (text.size() > maximum)
-        problem(
-            path,
-            QStringLiteral("has more than the %1 characters the dictionary holds").arg(maximum));
+        problem(path,
+                Texts::tr("has more than the %1 characters the dictionary holds").arg(maximum));
 }
 
 // The field editor's checks, in its order, each reported under its member.
@@ -218,10 +222,10 @@ bool DefinitionImport::checkNewField(const FieldReference& field, const QString&
     checkLength(d.heading2, limits.heading2, path + QStringLiteral(".heading2"));
     if (!mOrvane::FieldDataTypes.contains(d.dataType))
         problem(path + QStringLiteral(".dataType"),
-                QStringLiteral("a field's data type is Integer, Float or String"));
+                Texts::tr("a field's data type is Integer, Float or String"));
     if (!fieldInfo.AggregationPairId(d.timeAggregator, elementAggregator(d)))
         problem(path + QStringLiteral(".timeAggregator"),
-                QStringLiteral("%1 over time with %2 across elements is not a valid aggregation")
+                Texts::tr("%1 over time with %2 across elements is not a valid aggregation")
                     .arg(quoted(d.timeAggregator), quoted(elementAggregator(d))));
     const QList<ExtraColumn> extraColumns = fieldInfo.ExtraColumns(AppGroup);
     for (auto it = d.extra.cbegin(); it != d.extra.cend(); ++it) {
@@ -229,9 +233,9 @@ bool DefinitionImport::checkNewField(const FieldReference& field, const QString&
             std::any_of(extraColumns.cbegin(), extraColumns.cend(),
                         [&](const ExtraColumn& c) { return c.inUse && c.name == it.key(); });
         if (!known)
-            problem(path + QStringLiteral(".extra.") + it.key(),
-                    QStringLiteral("the dictionary has no extra column %1 in use")
-                        .arg(quoted(it.key())));
+            problem(
+                path + QStringLiteral(".extra.") + it.key(),
+                Texts::tr("the dictionary has no extra column %1 in use").arg(quoted(it.key())));
     }
     return m_problems.size() == problemsBefore;
 }

@@ -3,6 +3,7 @@
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/FieldNameRule.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -12,6 +13,11 @@
 namespace Orvane {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::DefinitionJson)
+};
 
 constexpr qint32 MaxPosition = 500;
 const QString AsciiType = QStringLiteral("ASCII Data Source");
@@ -90,8 +96,8 @@ public:
         if (value.isString())
             return value.toString();
         if (required || !value.isUndefined())
-            Problem(key, value.isUndefined() ? QStringLiteral("is missing")
-                                             : QStringLiteral("must be a text"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be a text"));
         return QString();
     }
 
@@ -100,16 +106,15 @@ public:
         const QJsonValue value = m_object.value(key);
         if (value.isUndefined()) {
             if (required)
-                Problem(key, QStringLiteral("is missing"));
+                Problem(key, Texts::tr("is missing"));
             return 0;
         }
         // The range first: only a number within it may be converted.
         const double number = value.toDouble();
         if (!value.isDouble() || number < minimum || number > maximum ||
             number != std::floor(number)) {
-            Problem(
-                key,
-                QStringLiteral("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
+            Problem(key,
+                    Texts::tr("must be a whole number from %1 to %2").arg(minimum).arg(maximum));
             return 0;
         }
         return static_cast<qint32>(number);
@@ -118,7 +123,7 @@ public:
     bool Flag(const QString& key) const {
         const QJsonValue value = m_object.value(key);
         if (!value.isBool() && !value.isUndefined())
-            Problem(key, QStringLiteral("must be true or false"));
+            Problem(key, Texts::tr("must be true or false"));
         return value.toBool();
     }
 
@@ -127,16 +132,16 @@ public:
         if (value.isObject())
             return value.toObject();
         if (required || !value.isUndefined())
-            Problem(key, value.isUndefined() ? QStringLiteral("is missing")
-                                             : QStringLiteral("must be an object"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be an object"));
         return std::nullopt;
     }
 
     QJsonArray Array(const QString& key) const {
         const QJsonValue value = m_object.value(key);
         if (!value.isArray())
-            Problem(key, value.isUndefined() ? QStringLiteral("is missing")
-                                             : QStringLiteral("must be an array"));
+            Problem(key,
+                    value.isUndefined() ? Texts::tr("is missing") : Texts::tr("must be an array"));
         return value.toArray();
     }
 
@@ -154,8 +159,7 @@ QString typeWord(const ObjectReader& reader, const QString& key) {
     const QString word = reader.Text(key);
     if (!word.isEmpty() && !isTypeWord(word))
         reader.Problem(
-            key,
-            QStringLiteral("\"%1\" is not one of Integer, Float, String, ENUM, Date").arg(word));
+            key, Texts::tr("\"%1\" is not one of Integer, Float, String, ENUM, Date").arg(word));
     return word;
 }
 
@@ -167,11 +171,11 @@ QStringList technologiesOf(const ObjectReader& reader) {
             names << array.at(i).toString();
         else
             reader.Problem(elementPath(QStringLiteral("technologies"), i),
-                           QStringLiteral("must be a text"));
+                           Texts::tr("must be a text"));
     }
     if (names.isEmpty() && reader.Has(QStringLiteral("technologies")))
         reader.Problem(QStringLiteral("technologies"),
-                       QStringLiteral("must name at least one technology"));
+                       Texts::tr("must name at least one technology"));
     return names;
 }
 
@@ -184,7 +188,7 @@ QMap<QString, QString> extraOf(const ObjectReader& reader) {
         if (it.value().isString())
             extra.insert(it.key(), it.value().toString());
         else
-            reader.Problem(QStringLiteral("extra.") + it.key(), QStringLiteral("must be a text"));
+            reader.Problem(QStringLiteral("extra.") + it.key(), Texts::tr("must be a text"));
     }
     return extra;
 }
@@ -210,8 +214,8 @@ FieldReference fieldOf(const QJsonObject& object, const QString& path,
     FieldReference field{reader.Text(QStringLiteral("name")), std::nullopt};
     if (!field.name.isEmpty() && !mOrvane::FollowsFieldNameRule(field.name.trimmed()))
         reader.Problem(QStringLiteral("name"),
-                       QStringLiteral("\"%1\" is no field name: it must begin with a letter or _ "
-                                      "and go on with letters, digits, %% or _")
+                       Texts::tr("\"%1\" is no field name: it must begin with a letter or _ "
+                                 "and go on with letters, digits, %% or _")
                            .arg(field.name));
     // The name alone refers to a field the dictionary has; anything more defines it.
     if (object.size() > 1)
@@ -232,7 +236,7 @@ ColumnDefinition columnOf(const QJsonObject& object, const QString& path,
     ColumnDefinition column;
     column.name = reader.Text(QStringLiteral("name")).trimmed();
     if (column.name.isEmpty() && reader.Has(QStringLiteral("name")))
-        reader.Problem(QStringLiteral("name"), QStringLiteral("must not be empty"));
+        reader.Problem(QStringLiteral("name"), Texts::tr("must not be empty"));
     column.type = typeWord(reader, QStringLiteral("type"));
     column.position = reader.Number(QStringLiteral("position"), 1, MaxPosition);
     column.timeStamp = reader.Flag(QStringLiteral("timeStamp"));
@@ -255,18 +259,16 @@ void checkUnique(const QList<ColumnDefinition>& columns, QList<ExchangeProblem>&
         const QString path = elementPath(QStringLiteral("columns"), i);
         if (!column.name.isEmpty() && names.contains(column.name.toLower()))
             problems.append({path + QStringLiteral(".name"),
-                             QStringLiteral("another column is named \"%1\"").arg(column.name)});
+                             Texts::tr("another column is named \"%1\"").arg(column.name)});
         if (column.position > 0 && positions.contains(column.position))
-            problems.append(
-                {path + QStringLiteral(".position"),
-                 QStringLiteral("another column is at position %1").arg(column.position)});
+            problems.append({path + QStringLiteral(".position"),
+                             Texts::tr("another column is at position %1").arg(column.position)});
         if (column.key && column.key->ordinal > 0 && ordinals.contains(column.key->ordinal))
-            problems.append(
-                {path + QStringLiteral(".key.ordinal"),
-                 QStringLiteral("another key has ordinal %1").arg(column.key->ordinal)});
+            problems.append({path + QStringLiteral(".key.ordinal"),
+                             Texts::tr("another key has ordinal %1").arg(column.key->ordinal)});
         if (column.timeStamp && ++timeStamps > 1)
             problems.append({path + QStringLiteral(".timeStamp"),
-                             QStringLiteral("another column is the time stamp")});
+                             Texts::tr("another column is the time stamp")});
         names.insert(column.name.toLower());
         positions.insert(column.position);
         if (column.key)
@@ -279,7 +281,7 @@ void readSettings(const QJsonObject& settings, EdsDefinition& definition,
     const ObjectReader reader(settings, QStringLiteral("settings"), problems);
     if (reader.Has(QStringLiteral("password")))
         reader.Problem(QStringLiteral("password"),
-                       QStringLiteral("a password is never kept in a definition file"));
+                       Texts::tr("a password is never kept in a definition file"));
     if (definition.IsOdbc()) {
         definition.server = reader.Text(QStringLiteral("server"));
         definition.database = reader.Text(QStringLiteral("database"), false);
@@ -298,7 +300,7 @@ void readColumns(const QJsonArray& array, EdsDefinition& definition,
         if (array.at(i).isObject())
             definition.columns.append(columnOf(array.at(i).toObject(), path, problems));
         else
-            problems.append({path, QStringLiteral("must be an object")});
+            problems.append({path, Texts::tr("must be an object")});
     }
     checkUnique(definition.columns, problems);
 }
@@ -307,11 +309,11 @@ void readTop(const QJsonObject& top, EdsDefinition& definition, QList<ExchangePr
     const ObjectReader reader(top, QString(), problems);
     definition.name = reader.Text(QStringLiteral("name")).trimmed();
     if (definition.name.isEmpty() && reader.Has(QStringLiteral("name")))
-        reader.Problem(QStringLiteral("name"), QStringLiteral("must not be empty"));
+        reader.Problem(QStringLiteral("name"), Texts::tr("must not be empty"));
     definition.type = reader.Text(QStringLiteral("type"));
     if (!definition.type.isEmpty() && definition.type != AsciiType && definition.type != OdbcType)
         reader.Problem(QStringLiteral("type"),
-                       QStringLiteral("must be \"%1\" or \"%2\"").arg(AsciiType, OdbcType));
+                       Texts::tr("must be \"%1\" or \"%2\"").arg(AsciiType, OdbcType));
     definition.description = reader.Text(QStringLiteral("description"), false);
     definition.entity = reader.Text(QStringLiteral("entity"));
     definition.timeSeries = reader.Flag(QStringLiteral("timeSeries"));
@@ -346,25 +348,25 @@ DefinitionJson::ReadResult DefinitionJson::Read(const QByteArray& text) {
     QJsonParseError error;
     const QJsonDocument document = QJsonDocument::fromJson(text, &error);
     if (error.error != QJsonParseError::NoError) {
-        result.problems.append({QString(), QStringLiteral("not JSON: %1 at offset %2")
-                                               .arg(error.errorString())
-                                               .arg(error.offset)});
+        result.problems.append(
+            {QString(),
+             Texts::tr("not JSON: %1 at offset %2").arg(error.errorString()).arg(error.offset)});
         return result;
     }
     if (!document.isObject()) {
-        result.problems.append({QString(), QStringLiteral("not a data source: the file must hold "
-                                                          "one JSON object")});
+        result.problems.append({QString(), Texts::tr("not a data source: the file must hold "
+                                                     "one JSON object")});
         return result;
     }
     const QJsonObject top = document.object();
     // Another format or version is refused before anything else is read.
     const QJsonValue format = top.value(QStringLiteral("format"));
     if (format != QJsonValue(Format)) {
-        result.problems.append({QStringLiteral("format"),
-                                format.isUndefined()
-                                    ? QStringLiteral("is missing; expected \"%1\"").arg(Format)
-                                    : QStringLiteral("\"%1\" is not supported; expected \"%2\"")
-                                          .arg(format.toVariant().toString(), Format)});
+        result.problems.append(
+            {QStringLiteral("format"), format.isUndefined()
+                                           ? Texts::tr("is missing; expected \"%1\"").arg(Format)
+                                           : Texts::tr("\"%1\" is not supported; expected \"%2\"")
+                                                 .arg(format.toVariant().toString(), Format)});
         return result;
     }
     EdsDefinition definition;

@@ -10,12 +10,18 @@
 #include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/MSQL.h"
 
+#include <QCoreApplication>
 #include <QStringList>
 #include <algorithm>
 
 namespace Orvane {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::CDataSourcesColumns)
+};
 
 constexpr qint32 MaxPosition = 500;
 
@@ -173,13 +179,13 @@ void CDataSourcesColumns::Remove(const QString& key) {
     const QString folded = keyOf(key);
     const auto found = std::find(m_keys.begin(), m_keys.end(), folded);
     if (found == m_keys.end())
-        throw Error(QStringLiteral("There is no column named \"%1\".").arg(key));
+        throw Error(Texts::tr("There is no column named \"%1\".").arg(key));
     removeAt(static_cast<std::size_t>(found - m_keys.begin()));
 }
 
 void CDataSourcesColumns::Remove(qint32 index) {
     if (index < 1 || index > Count())
-        throw Error(QStringLiteral("There is no column number %1.").arg(index));
+        throw Error(Texts::tr("There is no column number %1.").arg(index));
     removeAt(static_cast<std::size_t>(index - 1));
 }
 

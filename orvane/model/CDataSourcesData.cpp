@@ -13,15 +13,22 @@
 #include "orvane/model/ColumnSave.h"
 #include "orvane/model/MSQL.h"
 
+#include <QCoreApplication>
+
 namespace Orvane {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::CDataSourcesData)
+};
 
 const QString AsciiType = QStringLiteral("ASCII Data Source");
 const QString OdbcType = QStringLiteral("ODBC Data Source");
 
 Error nullField(const QString& field) {
-    return Error(QStringLiteral("Invalid use of Null: field \"%1\" of the document.").arg(field));
+    return Error(Texts::tr("Invalid use of Null: field \"%1\" of the document.").arg(field));
 }
 
 // A text that must be there: a null is a conversion error.
@@ -41,8 +48,8 @@ qint32 toInteger(const QString& text, const QString& field) {
     bool ok = false;
     const qint32 value = text.trimmed().toInt(&ok);
     if (!ok)
-        throw Error(QStringLiteral("Type mismatch: field \"%1\" holds \"%2\", not a number.")
-                        .arg(field, text));
+        throw Error(
+            Texts::tr("Type mismatch: field \"%1\" holds \"%2\", not a number.").arg(field, text));
     return value;
 }
 
@@ -62,7 +69,7 @@ bool CDataSourcesData::InitNew(std::shared_ptr<IDocumentType> dbfdta) {
     m_columns = std::make_shared<CDataSourcesColumns>();
 
     auto entity = HostRegistry::EntityChooser().ChooseEntity(
-        QStringLiteral("Select Entity for this Data Source"), QStringLiteral("System"));
+        Texts::tr("Select Entity for this Data Source"), QStringLiteral("System"));
     if (!entity)
         return false;
     m_entity = std::move(entity);

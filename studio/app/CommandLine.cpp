@@ -7,6 +7,7 @@
 #include "studio/db/SqlQueryService.h"
 #include "studio/dictionary/DictionaryService.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QRegularExpression>
@@ -18,10 +19,16 @@ namespace Orvane::Studio {
 
 namespace {
 
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::CommandLine)
+};
+
 const QStringList Commands{QStringLiteral("list"), QStringLiteral("export"),
                            QStringLiteral("import")};
 
-const QString Description = QStringLiteral(
+const char* const Description = QT_TRANSLATE_NOOP(
+    "Orvane::Studio::CommandLine",
     "Orvane Studio: define External Data Sources for the performance-management client.\n"
     "\n"
     "Without a command it opens its window. The commands run without a window or a display:\n"
@@ -60,22 +67,22 @@ bool writeFile(const QString& path, const QByteArray& text) {
 
 CommandLine::CommandLine(const QStringList& arguments)
     : m_database(QStringLiteral("database"),
-                 QStringLiteral("A SQLite file, postgresql://user@host:port/database (the password "
-                                "from PGPASSWORD or ~/.pgpass), or odbc:DSN (default: the demo "
-                                "database in the user's data folder)."),
+                 Texts::tr("A SQLite file, postgresql://user@host:port/database (the password "
+                           "from PGPASSWORD or ~/.pgpass), or odbc:DSN (default: the demo "
+                           "database in the user's data folder)."),
                  QStringLiteral("connection"))
     , m_readOnly(QStringLiteral("read-only"),
-                 QStringLiteral("Window: open every document without edit permission."))
-    , m_open(QStringLiteral("open"), QStringLiteral("Window: open the data source of that name."),
+                 Texts::tr("Window: open every document without edit permission."))
+    , m_open(QStringLiteral("open"), Texts::tr("Window: open the data source of that name."),
              QStringLiteral("name"))
-    , m_all(QStringLiteral("all"), QStringLiteral("export: every data source, into a folder."))
+    , m_all(QStringLiteral("all"), Texts::tr("export: every data source, into a folder."))
     , m_replace(QStringLiteral("replace"),
-                QStringLiteral("import: replace a data source of the same name."))
-    , m_help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")) {
-    m_parser.setApplicationDescription(Description);
+                Texts::tr("import: replace a data source of the same name."))
+    , m_help({QStringLiteral("h"), QStringLiteral("help")}, Texts::tr("Show this help.")) {
+    m_parser.setApplicationDescription(Texts::tr(Description));
     m_parser.addOptions({m_database, m_readOnly, m_open, m_all, m_replace, m_help});
     m_parser.addPositionalArgument(QStringLiteral("command"),
-                                   QStringLiteral("list, export or import, and its arguments."),
+                                   Texts::tr("list, export or import, and its arguments."),
                                    QStringLiteral("[command [arguments...]]"));
     m_parsed = m_parser.parse(arguments);
     m_arguments = arguments.mid(1);
@@ -108,7 +115,7 @@ int CommandLine::userError(const QString& message) const {
 
 int CommandLine::Run() const {
     if (!m_parsed)
-        return userError(m_parser.errorText() + QStringLiteral("\nSee --help."));
+        return userError(m_parser.errorText() + Texts::tr("\nSee --help."));
     if (m_parser.isSet(m_help)) {
         write(stdout, m_parser.helpText());
         return Success;
@@ -116,7 +123,7 @@ int CommandLine::Run() const {
     QStringList words = m_parser.positionalArguments();
     const QString command = words.takeFirst();
     if (!Commands.contains(command))
-        return userError(QStringLiteral("Unknown command \"%1\". See --help.").arg(command));
+        return userError(Texts::tr("Unknown command \"%1\". See --help.").arg(command));
     try {
         const auto database = std::make_shared<SqlQueryService>(Database());
         const auto dictionary = std::make_shared<DictionaryService>(*database);
@@ -127,7 +134,7 @@ int CommandLine::Run() const {
         return status;
     } catch (const Error& error) {
         HostRegistry::Uninstall();
-        write(stderr, QStringLiteral("Database error: ") + error.message());
+        write(stderr, Texts::tr("Database error: ") + error.message());
         return DatabaseError;
     }
 }
@@ -135,7 +142,7 @@ int CommandLine::Run() const {
 int CommandLine::runOn(DefinitionTransfer& transfer, const QString& command,
                        const QStringList& words) const {
     if (command == QLatin1String("list"))
-        return words.isEmpty() ? list(transfer) : userError(QStringLiteral("list takes nothing."));
+        return words.isEmpty() ? list(transfer) : userError(Texts::tr("list takes nothing."));
     if (command == QLatin1String("export"))
         return m_parser.isSet(m_all) ? exportAll(transfer, words) : exportOne(transfer, words);
     return import(transfer, words);
@@ -150,32 +157,31 @@ int CommandLine::list(DefinitionTransfer& transfer) const {
 
 int CommandLine::exportOne(DefinitionTransfer& transfer, const QStringList& words) const {
     if (words.isEmpty() || words.size() > 2)
-        return userError(QStringLiteral("Usage: export NAME [FILE], or export --all DIR."));
+        return userError(Texts::tr("Usage: export NAME [FILE], or export --all DIR."));
     const auto document = transfer.Find(words.first());
     if (!document)
-        return userError(
-            QStringLiteral("There is no data source named \"%1\".").arg(words.first()));
+        return userError(Texts::tr("There is no data source named \"%1\".").arg(words.first()));
     const QByteArray text = transfer.Export(document->id);
     if (words.size() == 1) {
         std::fwrite(text.constData(), 1, static_cast<size_t>(text.size()), stdout);
         return Success;
     }
     if (!writeFile(words.at(1), text))
-        return userError(QStringLiteral("Cannot write %1.").arg(words.at(1)));
+        return userError(Texts::tr("Cannot write %1.").arg(words.at(1)));
     return Success;
 }
 
 int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& words) const {
     if (words.size() != 1)
-        return userError(QStringLiteral("Usage: export --all DIR."));
+        return userError(Texts::tr("Usage: export --all DIR."));
     const QDir folder(words.first());
     if (!QDir().mkpath(folder.path()))
-        return userError(QStringLiteral("Cannot create the folder %1.").arg(folder.path()));
+        return userError(Texts::tr("Cannot create the folder %1.").arg(folder.path()));
     QSet<QString> used;
     for (const DocumentSummary& document : transfer.List()) {
         const QString path = folder.filePath(fileNameOf(document.name, used));
         if (!writeFile(path, transfer.Export(document.id)))
-            return userError(QStringLiteral("Cannot write %1.").arg(path));
+            return userError(Texts::tr("Cannot write %1.").arg(path));
         write(stdout, path);
     }
     return Success;
@@ -183,12 +189,12 @@ int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& word
 
 int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) const {
     if (files.isEmpty())
-        return userError(QStringLiteral("Usage: import FILE... [--replace]."));
+        return userError(Texts::tr("Usage: import FILE... [--replace]."));
     QList<ImportInput> inputs;
     for (const QString& path : files) {
         QFile file(path);
         if (!file.open(QIODevice::ReadOnly))
-            return userError(QStringLiteral("Cannot read %1: %2").arg(path, file.errorString()));
+            return userError(Texts::tr("Cannot read %1: %2").arg(path, file.errorString()));
         inputs.append({path, file.readAll()});
     }
     const ImportOutcome outcome = transfer.Import(inputs, m_parser.isSet(m_replace));
@@ -196,12 +202,12 @@ int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) 
         for (const QString& problem : outcome.problems)
             write(stderr, problem);
         write(stderr, outcome.nameTaken
-                          ? QStringLiteral("Nothing was imported; --replace replaces those.")
-                          : QStringLiteral("Nothing was imported."));
+                          ? Texts::tr("Nothing was imported; --replace replaces those.")
+                          : Texts::tr("Nothing was imported."));
         return UserError;
     }
     for (const QString& name : outcome.imported)
-        write(stdout, QStringLiteral("Imported \"%1\".").arg(name));
+        write(stdout, Texts::tr("Imported \"%1\".").arg(name));
     return Success;
 }
 

@@ -15,7 +15,7 @@ ConnectionDialog::ConnectionDialog(const QString& connection, const QString& rea
                                    QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("ConnectionDialog"));
-    setWindowTitle(QStringLiteral("Orvane Studio: Open Database"));
+    setWindowTitle(tr("Orvane Studio: Open Database"));
 
     lblReason = new QLabel(reason);
     lblReason->setWordWrap(true);
@@ -31,10 +31,10 @@ ConnectionDialog::ConnectionDialog(const QString& connection, const QString& rea
     txtPassword->setEchoMode(QLineEdit::Password);
     auto* lblPassword = new QLabel(tr("&Password:"));
     lblPassword->setBuddy(txtPassword);
-    cmdBrowse = new QPushButton(QStringLiteral("&Browse..."));
-    cmdOpen = new QPushButton(QStringLiteral("&Open"));
+    cmdBrowse = new QPushButton(tr("&Browse..."));
+    cmdOpen = new QPushButton(tr("&Open"));
     cmdOpen->setDefault(true);
-    cmdQuit = new QPushButton(QStringLiteral("&Quit"));
+    cmdQuit = new QPushButton(tr("&Quit"));
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(lblReason, 0, 0, 1, 2);
@@ -63,10 +63,10 @@ QString ConnectionDialog::Connection() const {
 }
 
 void ConnectionDialog::browse() {
-    const QString file = QFileDialog::getSaveFileName(
-        this, QStringLiteral("SQLite Database"), txtConnection->text(),
-        QStringLiteral("SQLite databases (*.sqlite *.db);;All files (*)"), nullptr,
-        QFileDialog::DontConfirmOverwrite);
+    const QString file =
+        QFileDialog::getSaveFileName(this, tr("SQLite Database"), txtConnection->text(),
+                                     tr("SQLite databases (*.sqlite *.db);;All files (*)"), nullptr,
+                                     QFileDialog::DontConfirmOverwrite);
     if (!file.isEmpty())
         txtConnection->setText(file);
 }

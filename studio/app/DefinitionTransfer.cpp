@@ -8,11 +8,17 @@
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
+#include <QCoreApplication>
 #include <QSet>
 
 namespace Orvane::Studio {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DefinitionTransfer)
+};
 
 QString located(const QString& source, const ExchangeProblem& problem) {
     return source.isEmpty() ? problem.Text() : source + QStringLiteral(": ") + problem.Text();
@@ -54,13 +60,12 @@ ImportOutcome DefinitionTransfer::Import(const QList<ImportInput>& inputs, bool 
         if (names.contains(name.toLower()))
             outcome.problems << located(
                 input.source,
-                {QStringLiteral("name"), QStringLiteral("another file defines \"%1\"").arg(name)});
+                {Texts::tr("name"), Texts::tr("another file defines \"%1\"").arg(name)});
         else if (!replace && Find(name)) {
             outcome.nameTaken = true;
             outcome.problems << located(
-                input.source,
-                {QStringLiteral("name"),
-                 QStringLiteral("a data source named \"%1\" exists already").arg(name)});
+                input.source, {QStringLiteral("name"),
+                               Texts::tr("a data source named \"%1\" exists already").arg(name)});
         }
         names.insert(name.toLower());
         definitions << *read.definition;
@@ -83,10 +88,9 @@ void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition
     if (const auto existing = Find(definition.name); existing && replace) {
         if (!m_store.Delete(existing->id)) {
             outcome.problems << located(
-                input.source,
-                {QStringLiteral("name"), QStringLiteral("\"%1\" cannot be replaced: report "
-                                                        "templates use its fields")
-                                             .arg(existing->name)});
+                input.source, {Texts::tr("name"), Texts::tr("\"%1\" cannot be replaced: report "
+                                                            "templates use its fields")
+                                                      .arg(existing->name)});
             return;
         }
     }

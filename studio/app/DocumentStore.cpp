@@ -13,9 +13,16 @@
 #include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
 
+#include <QCoreApplication>
+
 namespace Orvane::Studio {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DocumentStore)
+};
 
 QString number(qint32 value) {
     return QString::number(value);
@@ -56,10 +63,10 @@ std::shared_ptr<IRecordset> DocumentStore::Row(qint32 id) {
 std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
     const auto row = Row(id);
     if (!row)
-        throw Error(QStringLiteral("The data source %1 no longer exists.").arg(id));
+        throw Error(Texts::tr("The data source %1 no longer exists.").arg(id));
     const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
     if (!type)
-        throw Error(QStringLiteral("The data source %1 has an unknown type.").arg(id));
+        throw Error(Texts::tr("The data source %1 has an unknown type.").arg(id));
     auto document = std::make_shared<CDataSourcesData>();
     document->InitEdit(*row, type);
     document->setDocName(row->Value(QStringLiteral("name")).toString());

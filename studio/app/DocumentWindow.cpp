@@ -1,6 +1,7 @@
 #include "studio/app/DocumentWindow.h"
 
 #include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/editors/SettingsCopy.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
@@ -143,9 +144,8 @@ qint32 DocumentWindow::DocumentId() const {
 }
 
 QString DocumentWindow::Title() const {
-    const QString name = m_document->DocName().isEmpty()
-                             ? QStringLiteral("New %1").arg(m_type->TypeName())
-                             : m_document->DocName();
+    const QString name = m_document->DocName().isEmpty() ? tr("New %1").arg(m_type->TypeName())
+                                                         : m_document->DocName();
     return m_modified ? name + QLatin1Char('*') : name;
 }
 
@@ -197,18 +197,18 @@ bool DocumentWindow::editorsValid() {
 }
 
 bool DocumentWindow::askName() {
-    QString prompt = QStringLiteral("Please enter a name for this data source");
+    QString prompt = tr("Please enter a name for this data source");
     for (;;) {
         const QString name =
-            app().InputBox(prompt, QStringLiteral("Save %1").arg(m_type->TypeName())).trimmed();
+            app().InputBox(prompt, tr("Save %1").arg(m_type->TypeName())).trimmed();
         if (name.isEmpty())
             return false;
         if (name.size() > MaxNameLength)
-            prompt = QStringLiteral("A name has at most %1 characters. Please enter a shorter name")
+            prompt = tr("A name has at most %1 characters. Please enter a shorter name")
                          .arg(MaxNameLength);
         else if (m_store->NameExists(name, m_document->DocId()))
-            prompt = QStringLiteral("A data source named \"%1\" already exists. Please enter "
-                                    "another name")
+            prompt = tr("A data source named \"%1\" already exists. Please enter "
+                        "another name")
                          .arg(name);
         else {
             m_document->setDocName(name);
@@ -218,20 +218,7 @@ bool DocumentWindow::askName() {
 }
 
 void DocumentWindow::copySettingsIntoDocument() {
-    CDataSourcesData& doc = *m_document;
-    doc.setIsTimeSeries(settingsEditor()->IsTimeSeries());
-    doc.setFreqId(settingsEditor()->Frequency());
-    if (asciiEditor) {
-        doc.setDocDescription(asciiEditor->Eds_Description());
-        doc.setFileName(asciiEditor->Eds_File());
-        doc.setDelimeter(asciiEditor->Eds_Delimeter());
-        return;
-    }
-    doc.setServer(odbcEditor->Server());
-    doc.setSchema(odbcEditor->Database());
-    doc.setTable(odbcEditor->Table());
-    doc.setUserId(odbcEditor->UserId());
-    doc.setPassword(odbcEditor->Password());
+    mOrvane::CopySettingsIntoDocument(*settingsEditor(), *m_document);
 }
 
 bool DocumentWindow::writeInOneTransaction() {
@@ -250,8 +237,8 @@ bool DocumentWindow::writeInOneTransaction() {
         if (insert)
             m_document->setDocName(QString());
         app().setMousePointer(pointerBefore);
-        app().MsgBox(QStringLiteral("The data source was not saved; nothing was changed in the "
-                                    "database.") +
+        app().MsgBox(tr("The data source was not saved; nothing was changed in the "
+                        "database.") +
                          MsgBoxLineBreak + MsgBoxLineBreak + error.message(),
                      MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
         return false;
@@ -277,9 +264,9 @@ bool DocumentWindow::MayClose() {
     // Without edit permission there is nothing the user could save.
     if (!m_modified || !app().EditPermission())
         return true;
-    const MsgBoxResult answer = app().MsgBox(
-        QStringLiteral("Do you want to save the changes to %1?").arg(Title().chopped(1)),
-        MsgBoxButtons::YesNoCancel, MsgBoxIcon::Question, QStringLiteral("Orvane Studio"));
+    const MsgBoxResult answer =
+        app().MsgBox(tr("Do you want to save the changes to %1?").arg(Title().chopped(1)),
+                     MsgBoxButtons::YesNoCancel, MsgBoxIcon::Question, tr("Orvane Studio"));
     if (answer == MsgBoxResult::Cancel)
         return false;
     return answer == MsgBoxResult::No || Save();

@@ -49,7 +49,7 @@ MainWindow::MainWindow(std::shared_ptr<SqlQueryService> database, QWidget* paren
     : QMainWindow(parent)
     , m_database(std::move(database)) {
     setObjectName(QStringLiteral("MainWindow"));
-    setWindowTitle(QStringLiteral("Orvane Studio"));
+    setWindowTitle(tr("Orvane Studio"));
     createActions();
     createMenusAndToolbar();
     createPanes();
@@ -75,14 +75,13 @@ void MainWindow::createActions() {
         return act;
     };
     actOpenDatabase = action("actOpenDatabase", tr("Open &Database..."), QKeySequence());
-    actNewAscii =
-        action("actNewAscii", QStringLiteral("New &ASCII Data Source..."), QKeySequence::New);
-    actNewOdbc = action("actNewOdbc", QStringLiteral("New &ODBC Data Source..."),
+    actNewAscii = action("actNewAscii", tr("New &ASCII Data Source..."), QKeySequence::New);
+    actNewOdbc = action("actNewOdbc", tr("New &ODBC Data Source..."),
                         QKeySequence(QStringLiteral("Ctrl+Shift+N")));
-    actOpen = action("actOpen", QStringLiteral("&Open"), QKeySequence::Open);
-    actSave = action("actSave", QStringLiteral("&Save"), QKeySequence::Save);
-    actClose = action("actClose", QStringLiteral("&Close"), QKeySequence::Close);
-    actDelete = action("actDelete", QStringLiteral("&Delete..."), QKeySequence::Delete);
+    actOpen = action("actOpen", tr("&Open"), QKeySequence::Open);
+    actSave = action("actSave", tr("&Save"), QKeySequence::Save);
+    actClose = action("actClose", tr("&Close"), QKeySequence::Close);
+    actDelete = action("actDelete", tr("&Delete..."), QKeySequence::Delete);
     actExport = action("actExport", tr("&Export..."), QKeySequence());
     actImport = action("actImport", tr("&Import..."), QKeySequence());
     actHelp = action("actHelp", tr("&User Guide"), QKeySequence::HelpContents);
@@ -106,7 +105,7 @@ void MainWindow::createActions() {
 }
 
 void MainWindow::createMenusAndToolbar() {
-    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    QMenu* file = menuBar()->addMenu(tr("&File"));
     file->addAction(actOpenDatabase);
     file->addSeparator();
     file->addActions({actNewAscii, actNewOdbc, actOpen});
@@ -115,12 +114,12 @@ void MainWindow::createMenusAndToolbar() {
     file->addSeparator();
     file->addActions({actExport, actImport});
     file->addSeparator();
-    QAction* quit = file->addAction(QStringLiteral("E&xit"), this, &QWidget::close);
+    QAction* quit = file->addAction(tr("E&xit"), this, &QWidget::close);
     quit->setShortcut(QKeySequence::Quit);
 
     menuBar()->addMenu(tr("&Help"))->addAction(actHelp);
 
-    QToolBar* toolbar = addToolBar(QStringLiteral("Documents"));
+    QToolBar* toolbar = addToolBar(tr("Documents"));
     toolbar->setObjectName(QStringLiteral("tbDocuments"));
     toolbar->addActions({actNewAscii, actNewOdbc, actOpen, actSave, actClose, actDelete});
 }
@@ -128,15 +127,14 @@ void MainWindow::createMenusAndToolbar() {
 void MainWindow::createPanes() {
     documentTree = new QTreeWidget;
     documentTree->setObjectName(QStringLiteral("documentTree"));
-    documentTree->setHeaderLabels(
-        {QStringLiteral("Name"), QStringLiteral("Entity"), QStringLiteral("Time Series")});
+    documentTree->setHeaderLabels({tr("Name"), tr("Entity"), tr("Time Series")});
     documentTree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     // Del deletes a stored data source only where the data sources are listed: pressed in a
     // document's grid or text boxes it must never reach this command.
     actDelete->setShortcutContext(Qt::WidgetWithChildrenShortcut);
     documentTree->addAction(actDelete);
-    m_asciiCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ASCII Data Sources")});
-    m_odbcCategory = new QTreeWidgetItem(documentTree, {QStringLiteral("ODBC Data Sources")});
+    m_asciiCategory = new QTreeWidgetItem(documentTree, {tr("ASCII Data Sources")});
+    m_odbcCategory = new QTreeWidgetItem(documentTree, {tr("ODBC Data Sources")});
 
     documentTabs = new QTabWidget;
     documentTabs->setObjectName(QStringLiteral("documentTabs"));
@@ -197,8 +195,7 @@ void MainWindow::RefreshDocuments() {
                                             ? m_odbcCategory
                                             : m_asciiCategory;
             auto* item = new QTreeWidgetItem(
-                category, {doc.name, doc.entityName,
-                           doc.isTimeSeries ? QStringLiteral("Yes") : QStringLiteral("No")});
+                category, {doc.name, doc.entityName, doc.isTimeSeries ? tr("Yes") : tr("No")});
             item->setData(0, IdRole, doc.id);
         }
         documentTree->expandAll();
@@ -283,10 +280,9 @@ void MainWindow::DeleteSelected() {
     if (id <= 0)
         return;
     const QString name = documentTree->currentItem()->text(0);
-    if (app().MsgBox(
-            QStringLiteral("Delete the data source \"%1\" with all its columns?").arg(name),
-            MsgBoxButtons::YesNo, MsgBoxIcon::Question,
-            QStringLiteral("Delete Data Source")) != MsgBoxResult::Yes)
+    if (app().MsgBox(tr("Delete the data source \"%1\" with all its columns?").arg(name),
+                     MsgBoxButtons::YesNo, MsgBoxIcon::Question,
+                     tr("Delete Data Source")) != MsgBoxResult::Yes)
         return;
     guarded([&] { removeDocument(id); });
     RefreshDocuments();
@@ -462,7 +458,7 @@ void MainWindow::guarded(const std::function<void()>& command) {
     } catch (const Error& error) {
         app().setMousePointer(DefaultPointer);
         app().MsgBox(error.message(), MsgBoxButtons::OKOnly, MsgBoxIcon::Critical,
-                     QStringLiteral("Orvane Studio"));
+                     tr("Orvane Studio"));
     }
     updateConnectionState();
 }

@@ -4,10 +4,12 @@
 #include "studio/app/MainWindow.h"
 #include "studio/app/StudioApplication.h"
 #include "studio/app/StudioHost.h"
+#include "studio/app/StudioTranslations.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlQueryService.h"
 
 #include <QApplication>
+#include <QCoreApplication>
 #include <QMessageBox>
 #include <QSettings>
 #include <QStatusBar>
@@ -52,12 +54,14 @@ int main(int argc, char** argv) {
         QCoreApplication application(argc, argv);
         QCoreApplication::setApplicationName(QStringLiteral("Orvane Studio"));
         QCoreApplication::setOrganizationName(QStringLiteral("Orvane"));
+        StudioTranslations::Install(application);
         return command.Run();
     }
 
     QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Orvane Studio"));
     QApplication::setOrganizationName(QStringLiteral("Orvane"));
+    StudioTranslations::Install(application);
     // Read again without the window system's options, which QApplication took out.
     const CommandLine commandLine(QApplication::arguments());
     if (!commandLine.Parsed() || commandLine.IsCommand())
@@ -76,8 +80,9 @@ int main(int argc, char** argv) {
     session.setValue(MainWindow::LastDatabaseKey,
                      ConnectionDescription::WithoutPassword(connection));
     if (db->SetUpOnOpen())
-        std::printf("Orvane Studio created its demo database: %s\n",
-                    qPrintable(db->DatabaseShown()));
+        std::printf("%s\n", qPrintable(QCoreApplication::translate(
+                                           "main", "Orvane Studio created its demo database: %1")
+                                           .arg(db->DatabaseShown())));
 
     StudioHost host(db, !commandLine.ReadOnly());
     MainWindow window(db);
@@ -86,12 +91,14 @@ int main(int argc, char** argv) {
         [&host](const std::shared_ptr<SqlQueryService>& database) { host.Use(database); });
     if (db->SetUpOnOpen())
         window.statusBar()->showMessage(
-            QStringLiteral("Created the demo database: %1").arg(db->DatabaseShown()));
+            QCoreApplication::translate("main", "Created the demo database: %1")
+                .arg(db->DatabaseShown()));
     window.RestoreSession(session);
     window.show();
     const QString openName = commandLine.OpenName();
     if (!openName.isEmpty() && !window.OpenDocumentNamed(openName))
         window.statusBar()->showMessage(
-            QStringLiteral("There is no data source named \"%1\".").arg(openName));
+            QCoreApplication::translate("main", "There is no data source named \"%1\".")
+                .arg(openName));
     return application.exec();
 }

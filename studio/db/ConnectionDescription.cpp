@@ -2,6 +2,7 @@
 
 #include "orvane/host/OrvaneError.h"
 
+#include <QCoreApplication>
 #include <QRegularExpression>
 #include <QStringList>
 #include <QUrl>
@@ -10,6 +11,11 @@
 namespace Orvane::Studio {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::ConnectionDescription)
+};
 
 // The password in the authority of a PostgreSQL URL: captured(2), percent-encoded, or as typed
 // with a slash that makes the URL unreadable.
@@ -59,7 +65,7 @@ QString withoutOdbcPassword(const QString& text, const QRegularExpressionMatch& 
 
 ConnectionDescription sqlite(const QString& path) {
     if (path.trimmed().isEmpty())
-        throw Error(QStringLiteral("The connection \"sqlite:\" names no database file."));
+        throw Error(Texts::tr("The connection \"sqlite:\" names no database file."));
     ConnectionDescription description;
     description.backend = SqlBackend::SQLite;
     description.databaseName = path;
@@ -68,7 +74,7 @@ ConnectionDescription sqlite(const QString& path) {
 
 ConnectionDescription odbc(const QString& text) {
     if (text.trimmed().isEmpty())
-        throw Error(QStringLiteral("The connection \"odbc:\" names no data source."));
+        throw Error(Texts::tr("The connection \"odbc:\" names no data source."));
     ConnectionDescription description;
     description.backend = SqlBackend::ODBC;
     description.databaseName = text;
@@ -79,7 +85,7 @@ ConnectionDescription postgresql(const QString& text) {
     const QUrl url(text, QUrl::StrictMode);
     // Qt's reason quotes the whole text, password and all: only its first part is shown.
     if (!url.isValid())
-        throw Error(QStringLiteral("The PostgreSQL connection cannot be read: %1.")
+        throw Error(Texts::tr("The PostgreSQL connection cannot be read: %1.")
                         .arg(url.errorString().section(QLatin1Char(';'), 0, 0)));
     ConnectionDescription description;
     description.backend = SqlBackend::PostgreSQL;
@@ -89,8 +95,8 @@ ConnectionDescription postgresql(const QString& text) {
     description.password = url.password(QUrl::FullyDecoded);
     description.databaseName = url.path(QUrl::FullyDecoded).mid(1);
     if (description.databaseName.isEmpty())
-        throw Error(QStringLiteral("The PostgreSQL connection names no database: write it as "
-                                   "postgresql://user@host:port/dbname."));
+        throw Error(Texts::tr("The PostgreSQL connection names no database: write it as "
+                              "postgresql://user@host:port/dbname."));
     QStringList options;
     bool timeoutGiven = false;
     for (const auto& [key, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded)) {
@@ -108,7 +114,7 @@ ConnectionDescription postgresql(const QString& text) {
 ConnectionDescription ConnectionDescription::Parse(const QString& text) {
     const QString trimmed = text.trimmed();
     if (trimmed.isEmpty())
-        throw Error(QStringLiteral("No database was named."));
+        throw Error(Texts::tr("No database was named."));
     const auto startsWith = [&](const char* prefix) {
         return trimmed.startsWith(QLatin1String(prefix), Qt::CaseInsensitive);
     };
@@ -121,8 +127,8 @@ ConnectionDescription ConnectionDescription::Parse(const QString& text) {
     // Any other scheme is a mistake; a Windows drive letter is a path.
     static const QRegularExpression scheme(QStringLiteral("^([A-Za-z][A-Za-z0-9+.-]+)://"));
     if (const auto match = scheme.match(trimmed); match.hasMatch())
-        throw Error(QStringLiteral("\"%1\" is not a kind of database Orvane Studio opens: use "
-                                   "sqlite:, postgresql:// or odbc:.")
+        throw Error(Texts::tr("\"%1\" is not a kind of database Orvane Studio opens: use "
+                              "sqlite:, postgresql:// or odbc:.")
                         .arg(match.captured(1)));
     return sqlite(trimmed);
 }
@@ -179,19 +185,18 @@ QString ConnectionDescription::DriverName() const {
 QString ConnectionDescription::Shown() const {
     switch (backend) {
     case SqlBackend::SQLite:
-        return QStringLiteral("the SQLite database \"%1\"").arg(databaseName);
+        return Texts::tr("the SQLite database \"%1\"").arg(databaseName);
     case SqlBackend::PostgreSQL: {
-        QString where = host.isEmpty() ? QStringLiteral("the local server") : host;
+        QString where = host.isEmpty() ? Texts::tr("the local server") : host;
         if (port > 0)
             where += QLatin1Char(':') + QString::number(port);
-        QString shown =
-            QStringLiteral("the PostgreSQL database \"%1\" on %2").arg(databaseName, where);
+        QString shown = Texts::tr("the PostgreSQL database \"%1\" on %2").arg(databaseName, where);
         if (!user.isEmpty())
-            shown += QStringLiteral(" as user \"%1\"").arg(user);
+            shown += Texts::tr(" as user \"%1\"").arg(user);
         return shown;
     }
     case SqlBackend::ODBC:
-        return QStringLiteral("the ODBC data source \"%1\"")
+        return Texts::tr("the ODBC data source \"%1\"")
             .arg(QString(databaseName).replace(odbcPassword(), QStringLiteral("\\1***")));
     }
     return QString();

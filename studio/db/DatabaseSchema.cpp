@@ -3,6 +3,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/SqlConnection.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
 
@@ -15,11 +16,16 @@ namespace Orvane::Studio {
 
 namespace {
 
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DatabaseSchema)
+};
+
 QString script(const QString& name) {
     initDatabaseResources();
     QFile file(QStringLiteral(":/orvane/db/") + name);
     if (!file.open(QIODevice::ReadOnly))
-        throw Error(QStringLiteral("The schema script %1 is missing from the program.").arg(name));
+        throw Error(Texts::tr("The schema script %1 is missing from the program.").arg(name));
     return QString::fromUtf8(file.readAll());
 }
 
@@ -32,7 +38,7 @@ QString schemaScriptOf(SqlBackend backend) {
     case SqlBackend::ODBC:
         break;
     }
-    throw Error(QStringLiteral("Orvane Studio does not set up databases reached over ODBC."));
+    throw Error(Texts::tr("Orvane Studio does not set up databases reached over ODBC."));
 }
 
 qsizetype endOfQuoted(const QString& text, qsizetype pos) {
@@ -141,7 +147,7 @@ void DatabaseSchema::Install(SqlConnection& connection, SchemaForm form) {
         connection.Commit();
     } catch (const Error& error) {
         connection.Rollback();
-        throw Error(QStringLiteral("Cannot set up %1: %2")
+        throw Error(Texts::tr("Cannot set up %1: %2")
                         .arg(connection.Description().Shown(), error.message()));
     }
 }

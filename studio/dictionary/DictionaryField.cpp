@@ -3,9 +3,16 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/dictionary/FieldStore.h"
 
+#include <QCoreApplication>
+
 namespace Orvane::Studio {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::DictionaryField)
+};
 
 constexpr qint32 NameTakenCode = 2;
 constexpr qint32 RefusedCode = 1;
@@ -27,7 +34,7 @@ bool DictionaryField::Save(const FieldSaveRequest& request, QVariant& result) {
         FieldValues values = store.Prepare(request, m_values);
         if (store.NameTaken(values.entityId, values.name, values.id)) {
             m_error = {NameTakenCode, true,
-                       QStringLiteral("The entity already has a field named %1.").arg(values.name)};
+                       Texts::tr("The entity already has a field named %1.").arg(values.name)};
             return false;
         }
         if (values.id > 0)

@@ -8,6 +8,7 @@
 #include "studio/db/TransactionScope.h"
 #include "studio/dictionary/DictionarySql.h"
 
+#include <QCoreApplication>
 #include <QMap>
 #include <QStringList>
 #include <algorithm>
@@ -15,6 +16,11 @@
 namespace Orvane::Studio {
 
 namespace {
+
+// The texts of this file, in one translation context.
+struct Texts {
+    Q_DECLARE_TR_FUNCTIONS(Orvane::Studio::FieldStore)
+};
 
 const QString AddTechFromMask = QStringLiteral("qv_dictionary.add_tech_from_mask");
 const QStringList DataTypeCodes{QStringLiteral("I"), QStringLiteral("F"), QStringLiteral("S"),
@@ -98,16 +104,16 @@ QList<FieldValues> FieldStore::Read(const QString& statement) {
 
 FieldValues FieldStore::Prepare(const FieldSaveRequest& request, const FieldValues& current) {
     if (request.fieldId != current.id)
-        throw Error(QStringLiteral("This field object holds field %1 and cannot save field %2.")
+        throw Error(Texts::tr("This field object holds field %1 and cannot save field %2.")
                         .arg(current.id)
                         .arg(request.fieldId));
     FieldValues values = current;
     values.name = request.name.trimmed();
     if (values.name.isEmpty())
-        throw Error(QStringLiteral("A field needs a name."));
+        throw Error(Texts::tr("A field needs a name."));
     if (!DataTypeCodes.contains(request.dataTypeCode))
-        throw Error(QStringLiteral("\"%1\" is not a data type of the dictionary; use I, F, S, E "
-                                   "or D.")
+        throw Error(Texts::tr("\"%1\" is not a data type of the dictionary; use I, F, S, E "
+                              "or D.")
                         .arg(request.dataTypeCode));
     if (current.id == 0) {
         values.entityId = request.entityId;
@@ -134,7 +140,7 @@ FieldValues FieldStore::Prepare(const FieldSaveRequest& request, const FieldValu
 QString FieldStore::entityLabel(qint32 entityId) {
     const auto rst = m_query.OpenRecordset(DictionarySql::Entity(entityId), 60);
     if (!rst || rst->Eof())
-        throw Error(QStringLiteral("There is no entity %1 in the dictionary.").arg(entityId));
+        throw Error(Texts::tr("There is no entity %1 in the dictionary.").arg(entityId));
     return rst->Value(QStringLiteral("entity_label")).toString().trimmed();
 }
 
@@ -146,7 +152,7 @@ void FieldStore::resolveAggregators(FieldValues& values) {
     const auto rst =
         m_query.OpenRecordset(DictionarySql::AggregatorsOfPair(values.aggregationPairId), 60);
     if (!rst || rst->Eof())
-        throw Error(QStringLiteral("There is no aggregation pair %1 in the dictionary.")
+        throw Error(Texts::tr("There is no aggregation pair %1 in the dictionary.")
                         .arg(values.aggregationPairId));
     values.timeAggregator = rst->Value(QStringLiteral("time_aggregator")).toString().trimmed();
     values.elementAggregator =
@@ -159,8 +165,8 @@ void FieldStore::resolveTechnologies(FieldValues& values) {
     for (const Technology& technology : technologies)
         known |= technology.bit;
     if (values.technologyMask < 0 || (values.technologyMask & ~known) != 0)
-        throw Error(QStringLiteral("The technology mask %1 names technologies the dictionary "
-                                   "does not have.")
+        throw Error(Texts::tr("The technology mask %1 names technologies the dictionary "
+                              "does not have.")
                         .arg(values.technologyMask));
     values.technologies = TechnologyText(technologies, values.technologyMask);
 }

@@ -27,10 +27,22 @@ struct NamedColour {
 };
 
 constexpr NamedColour StandardColours[] = {
-    {"Black", 0x000000},  {"Maroon", 0x800000},  {"Green", 0x008000}, {"Olive", 0x808000},
-    {"Navy", 0x000080},   {"Purple", 0x800080},  {"Teal", 0x008080},  {"Grey", 0x808080},
-    {"Silver", 0xC0C0C0}, {"Red", 0xFF0000},     {"Lime", 0x00FF00},  {"Yellow", 0xFFFF00},
-    {"Blue", 0x0000FF},   {"Fuchsia", 0xFF00FF}, {"Aqua", 0x00FFFF},  {"White", 0xFFFFFF},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Black"), 0x000000},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Maroon"), 0x800000},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Green"), 0x008000},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Olive"), 0x808000},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Navy"), 0x000080},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Purple"), 0x800080},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Teal"), 0x008080},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Grey"), 0x808080},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Silver"), 0xC0C0C0},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Red"), 0xFF0000},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Lime"), 0x00FF00},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Yellow"), 0xFFFF00},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Blue"), 0x0000FF},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Fuchsia"), 0xFF00FF},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "Aqua"), 0x00FFFF},
+    {QT_TRANSLATE_NOOP("Orvane::Studio::FieldStyleDialog", "White"), 0xFFFFFF},
 };
 
 QColor colourOf(qint32 value) {
@@ -58,33 +70,33 @@ QCheckBox* checkBox(const QString& caption, const char* name, QWidget* parent) {
 FieldStyleDialog::FieldStyleDialog(QWidget* parent)
     : QDialog(parent) {
     setObjectName(QStringLiteral("FieldStyleDialog"));
-    setWindowTitle(QStringLiteral("Field Style"));
+    setWindowTitle(tr("Field Style"));
     createControls();
     layoutControls();
     refreshSample();
 }
 
 void FieldStyleDialog::createControls() {
-    chkBold = checkBox(QStringLiteral("&Bold"), "chkBold", this);
-    chkItalic = checkBox(QStringLiteral("&Italic"), "chkItalic", this);
-    chkUnderline = checkBox(QStringLiteral("&Underline"), "chkUnderline", this);
+    chkBold = checkBox(tr("&Bold"), "chkBold", this);
+    chkItalic = checkBox(tr("&Italic"), "chkItalic", this);
+    chkUnderline = checkBox(tr("&Underline"), "chkUnderline", this);
     cboColour = new QComboBox(this);
     cboColour->setObjectName(QStringLiteral("cboColour"));
     for (const NamedColour& colour : StandardColours)
-        cboColour->addItem(swatch(QColor(colour.rgb)), QLatin1String(colour.name),
+        cboColour->addItem(swatch(QColor(colour.rgb)), tr(colour.name),
                            valueOf(QColor(colour.rgb)));
     cmdColour = new QPushButton(QStringLiteral("..."), this);
     cmdColour->setObjectName(QStringLiteral("cmdColour"));
-    cmdColour->setToolTip(QStringLiteral("Other Colour"));
+    cmdColour->setToolTip(tr("Other Colour"));
     cmdColour->setAutoDefault(false);
-    lblSample = new QLabel(QStringLiteral("Sample"), this);
+    lblSample = new QLabel(tr("Sample"), this);
     lblSample->setObjectName(QStringLiteral("lblSample"));
     lblSample->setAlignment(Qt::AlignCenter);
     lblSample->setFrameShape(QFrame::StyledPanel);
-    cmdOk = new QPushButton(QStringLiteral("&OK"), this);
+    cmdOk = new QPushButton(tr("&OK"), this);
     cmdOk->setObjectName(QStringLiteral("cmdOk"));
     cmdOk->setDefault(true);
-    cmdCancel = new QPushButton(QStringLiteral("&Cancel"), this);
+    cmdCancel = new QPushButton(tr("&Cancel"), this);
     cmdCancel->setObjectName(QStringLiteral("cmdCancel"));
     cmdCancel->setAutoDefault(false);
 
@@ -105,8 +117,8 @@ void FieldStyleDialog::layoutControls() {
     colourRow->addWidget(cboColour, 1);
     colourRow->addWidget(cmdColour);
     auto* form = new QFormLayout;
-    form->addRow(QStringLiteral("Font:"), fontRow);
-    auto* colourLabel = new QLabel(QStringLiteral("C&olour:"), this);
+    form->addRow(tr("Font:"), fontRow);
+    auto* colourLabel = new QLabel(tr("C&olour:"), this);
     colourLabel->setBuddy(cboColour);
     form->addRow(colourLabel, colourRow);
     form->addRow(lblSample);

@@ -83,7 +83,7 @@ TemplateTree::TemplateTree(DictionaryService& dictionary, QWidget* parent)
     tvwTemplate = new QTreeWidget(this);
     tvwTemplate->setObjectName(QStringLiteral("tvwTemplate"));
     tvwTemplate->setColumnCount(2);
-    tvwTemplate->setHeaderLabels({QStringLiteral("Name"), QStringLiteral("Description")});
+    tvwTemplate->setHeaderLabels({tr("Name"), tr("Description")});
     tvwTemplate->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
     tvwTemplate->setSelectionMode(QAbstractItemView::SingleSelection);
     setFocusProxy(tvwTemplate);
