@@ -1,5 +1,7 @@
 #include "orvane/editors/XDataSourcesODBC.h"
 
+#include "orvane/widgets/NoHostNotice.h"
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QFormLayout>
@@ -25,6 +27,7 @@ XDataSourcesODBC::XDataSourcesODBC(QWidget* parent)
     layoutControls();
     orderTabs();
     applyFrequencyRule();
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 XDataSourcesODBC::~XDataSourcesODBC() = default;
