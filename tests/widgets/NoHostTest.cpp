@@ -8,8 +8,6 @@
 #include "tests/widgets/ChildControl.h"
 
 #include <QLabel>
-#include <QLineEdit>
-#include <QTableView>
 #include <QTest>
 #include <functional>
 #include <gtest/gtest.h>
@@ -18,36 +16,26 @@
 namespace Orvane::Testing {
 namespace {
 
-struct NoHostCase {
-    const char* name;
-    std::function<QWidget*()> create;
-    // A control that would reach the host when used.
-    const char* input;
-};
-
-// Each public control made before any host is installed opens, says why it cannot act, and
-// leaves its inputs disabled; clicking one does nothing.
+// Each public control made before a host is installed opens, says why it cannot act, and keeps
+// an input that would reach the host disabled; clicking it does nothing.
 TEST(NoHostTest, EveryControlShowsThatItHasNoHost) {
     HostRegistry::Uninstall();
-    const NoHostCase cases[] = {
-        {"XDataSourcesGen", [] { return new XDataSourcesGen; }, "ckTimeSeries"},
-        {"XDataSourcesODBC", [] { return new XDataSourcesODBC; }, "ckTimeSeries"},
-        {"XDataSourcesColumn", [] { return new XDataSourcesColumn; }, "fpsColumns"},
-        {"frmKeySelector", [] { return new frmKeySelector; }, "cmdSelect"},
-        {"FSelectEntityTree", [] { return new FSelectEntityTree; }, "cboTypeFilter"},
-        {"fFieldInfo", [] { return new fFieldInfo; }, "cmdStyle"},
+    const std::pair<std::function<QWidget*()>, const char*> cases[] = {
+        {[] { return new XDataSourcesGen; }, "ckTimeSeries"},
+        {[] { return new XDataSourcesODBC; }, "ckTimeSeries"},
+        {[] { return new XDataSourcesColumn; }, "fpsColumns"},
+        {[] { return new frmKeySelector; }, "cmdSelect"},
+        {[] { return new FSelectEntityTree; }, "cboTypeFilter"},
+        {[] { return new fFieldInfo; }, "cmdStyle"},
     };
-    for (const NoHostCase& c : cases) {
-        SCOPED_TRACE(c.name);
-        std::unique_ptr<QWidget> control(c.create());
+    for (const auto& [create, input] : cases) {
+        std::unique_ptr<QWidget> control(create());
+        SCOPED_TRACE(control->objectName().toStdString());
         control->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(control.get()));
-        const auto* notice = child<QLabel>(*control, "lblNoHost");
-        EXPECT_TRUE(notice->isVisible());
-        EXPECT_TRUE(notice->text().contains("no host"));
-        auto* input = child<QWidget>(*control, c.input);
-        EXPECT_FALSE(input->isEnabled());
-        QTest::mouseClick(input, Qt::LeftButton);
+        EXPECT_TRUE(child<QLabel>(*control, "lblNoHost")->isVisible());
+        EXPECT_FALSE(child(*control, input)->isEnabled());
+        QTest::mouseClick(child(*control, input), Qt::LeftButton);
     }
 }
 
