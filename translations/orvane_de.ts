@@ -482,7 +482,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+11"/>
+        <location line="+12"/>
         <source>Field Type Filter</source>
         <translation type="unfinished"></translation>
     </message>
@@ -528,6 +528,14 @@
     </message>
 </context>
 <context>
+    <name>Orvane::NoHost</name>
+    <message>
+        <location filename="../orvane/widgets/NoHostNotice.cpp" line="+66"/>
+        <source>This control has no host: the application has not installed Orvane&apos;s host components.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Orvane::SourceSettingsEditor</name>
     <message>
         <location filename="../orvane/editors/SourceSettingsEditor.cpp" line="+23"/>
@@ -561,7 +569,7 @@
 <context>
     <name>Orvane::XDataSourcesColumn</name>
     <message>
-        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+610"/>
+        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+612"/>
         <source>Field name is in use.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -589,7 +597,7 @@
 <context>
     <name>Orvane::XDataSourcesGen</name>
     <message>
-        <location filename="../orvane/editors/XDataSourcesGen.cpp" line="+27"/>
+        <location filename="../orvane/editors/XDataSourcesGen.cpp" line="+28"/>
         <source>   &lt;space&gt;</source>
         <translation type="unfinished"></translation>
     </message>
@@ -614,7 +622,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+25"/>
+        <location line="+26"/>
         <source>Description:</source>
         <translation type="unfinished"></translation>
     </message>
@@ -687,7 +695,7 @@
 <context>
     <name>Orvane::XDataSourcesODBC</name>
     <message>
-        <location filename="../orvane/editors/XDataSourcesODBC.cpp" line="+46"/>
+        <location filename="../orvane/editors/XDataSourcesODBC.cpp" line="+48"/>
         <source>Source</source>
         <translation type="unfinished"></translation>
     </message>
@@ -827,7 +835,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+28"/>
+        <location line="+29"/>
         <source>&amp;Name: </source>
         <translation type="unfinished"></translation>
     </message>
@@ -970,8 +978,8 @@
 <context>
     <name>Orvane::frmKeySelector</name>
     <message>
-        <location filename="../orvane/dialogs/frmKeySelector.cpp" line="+71"/>
-        <location line="+136"/>
+        <location filename="../orvane/dialogs/frmKeySelector.cpp" line="+72"/>
+        <location line="+137"/>
         <source>Select Key Field</source>
         <translation type="unfinished"></translation>
     </message>

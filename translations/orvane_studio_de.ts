@@ -300,19 +300,6 @@ See --help.</source>
     </message>
 </context>
 <context>
-    <name>Orvane::Studio::DocumentStore</name>
-    <message>
-        <location filename="../studio/app/DocumentStore.cpp" line="+66"/>
-        <source>The data source %1 no longer exists.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>The data source %1 has an unknown type.</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
     <name>Orvane::Studio::DocumentWindow</name>
     <message>
         <location filename="../studio/app/DocumentWindow.cpp" line="+74"/>
@@ -533,14 +520,6 @@ See --help.</source>
     <message>
         <location line="+1"/>
         <source>C&amp;olour:</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>Orvane::Studio::HelpBrowser</name>
-    <message>
-        <location filename="../studio/app/HelpBrowser.cpp" line="+34"/>
-        <source>Orvane Studio Help</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -776,59 +755,6 @@ Replace the existing data sources?</source>
     <message>
         <location filename="../studio/db/StatementRedaction.cpp" line="+97"/>
         <source>(not shown)</source>
-        <translation type="unfinished"></translation>
-    </message>
-</context>
-<context>
-    <name>StoredTexts</name>
-    <message>
-        <location filename="../studio/app/StoredTexts.cpp" line="+21"/>
-        <source>Name</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+2"/>
-        <source>Description</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>File Name</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>Server</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>Database</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>Table</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>UserId</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+3"/>
-        <source>Password</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+30"/>
-        <source>The %1 must not be blank.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+7"/>
-        <source>The %1 has %2 characters; it may have at most %3.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

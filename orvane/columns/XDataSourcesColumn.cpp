@@ -18,6 +18,7 @@
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
 #include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/NoHostNotice.h"
 #include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QHeaderView>
@@ -95,6 +96,7 @@ XDataSourcesColumn::XDataSourcesColumn(QWidget* parent)
                                                               QStringLiteral("col_name"));
     }
     refreshToolbar();
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 XDataSourcesColumn::~XDataSourcesColumn() = default;

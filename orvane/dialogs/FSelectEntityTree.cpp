@@ -5,9 +5,9 @@
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
 #include "orvane/host/IFieldInfoService.h"
-#include "orvane/host/IWidgetFactory.h"
 #include "orvane/host/XTemplate.h"
 #include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/NoHostNotice.h"
 
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -36,6 +36,7 @@ FSelectEntityTree::FSelectEntityTree(QWidget* parent)
     createControls();
     layoutControls();
     resize(DefaultWidth, DefaultHeight);
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 FSelectEntityTree::~FSelectEntityTree() = default;
@@ -48,7 +49,7 @@ void FSelectEntityTree::createControls() {
     cboTechTypeFilter->setObjectName(QStringLiteral("cboTechTypeFilter"));
     cboTechTypeFilter->setToolTip(tr("Technology Type Filter"));
 
-    tpl = HostRegistry::Widgets().CreateTemplateTree(this);
+    tpl = mOrvane::CreateTemplateTree(this);
     tpl->setObjectName(QStringLiteral("tpl"));
 
     const QString captions[2] = {tr("&Cancel"), tr("&OK")};

@@ -4,7 +4,6 @@
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
-#include "orvane/host/IWidgetFactory.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/host/XTechnologies.h"
 #include "orvane/model/ColumnSave.h"
@@ -12,6 +11,7 @@
 #include "orvane/model/FieldNameRule.h"
 #include "orvane/widgets/ControlState.h"
 #include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/NoHostNotice.h"
 
 #include <QComboBox>
 #include <QDateTime>
@@ -97,7 +97,8 @@ fFieldInfo::fFieldInfo(QWidget* parent)
     createControls();
     layoutControls();
     connectEdits();
-    load();
+    if (!mOrvane::ShowWhenNoHost(*this))
+        load();
 }
 
 fFieldInfo::~fFieldInfo() {
@@ -143,7 +144,7 @@ void fFieldInfo::createControls() {
     txtExt.front()->hide();
 
     lblTechnology = named(new QLabel(tr("T&echnologies:"), this), "lblTechnology");
-    xTech = named(HostRegistry::Widgets().CreateTechnologies(this), "xTech");
+    xTech = named(mOrvane::CreateTechnologies(this), "xTech");
     lblStyle = named(new QLabel(tr("Field &Style:"), this), "lblStyle");
     txtStyle = named(new QLineEdit(tr("Sample"), this), "txtStyle");
     txtStyle->setReadOnly(true);

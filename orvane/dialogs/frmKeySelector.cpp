@@ -9,6 +9,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/NoHostNotice.h"
 
 #include <QDialogButtonBox>
 #include <QGridLayout>
@@ -71,6 +72,7 @@ frmKeySelector::frmKeySelector(QWidget* parent)
     setWindowTitle(tr("Select Key Field"));
     createControls();
     layoutControls();
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 frmKeySelector::~frmKeySelector() = default;

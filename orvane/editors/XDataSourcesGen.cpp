@@ -6,6 +6,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
 #include "orvane/widgets/ErrorReport.h"
+#include "orvane/widgets/NoHostNotice.h"
 #include "orvane/widgets/TemplateUseCheck.h"
 
 #include <QCheckBox>
@@ -48,6 +49,7 @@ XDataSourcesGen::XDataSourcesGen(QWidget* parent)
         fillDelimiters();
     }
     applyFrequencyRule();
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 XDataSourcesGen::~XDataSourcesGen() = default;

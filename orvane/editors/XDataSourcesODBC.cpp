@@ -6,6 +6,7 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/widgets/ErrorReport.h"
 #include "orvane/widgets/TablePicker.h"
+#include "orvane/widgets/NoHostNotice.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -37,6 +38,7 @@ XDataSourcesODBC::XDataSourcesODBC(QWidget* parent)
     orderTabs();
     applyFrequencyRule();
     showCatalogControls();
+    mOrvane::ShowWhenNoHost(*this);
 }
 
 XDataSourcesODBC::~XDataSourcesODBC() = default;

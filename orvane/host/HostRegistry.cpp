@@ -44,12 +44,21 @@ void HostRegistry::Uninstall() {
     sourceCatalog().reset();
 }
 
+bool HostRegistry::IsInstalled() {
+    const HostComponents& components = installed();
+    return components.query && components.fieldInfo && components.application && components.widgets;
+}
+
 bool HostRegistry::HasQuery() {
     return installed().query != nullptr;
 }
 
 IQueryService& HostRegistry::Query() {
     return require(installed().query, "query service");
+}
+
+bool HostRegistry::HasWidgets() {
+    return installed().widgets != nullptr;
 }
 
 std::shared_ptr<IQueryService> HostRegistry::QueryInstance() {

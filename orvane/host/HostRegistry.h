@@ -26,7 +26,11 @@ public:
     static void Install(HostComponents components);
     static void Uninstall();
 
+    // True when the query service, the field-information service, the application object and
+    // the widget factory are all installed: before that the controls show that they have no host.
+    static bool IsInstalled();
     static bool HasQuery();
+    static bool HasWidgets();
     static IQueryService& Query();
     // The installed instance, so that caches can tell which database they were filled from.
     static std::shared_ptr<IQueryService> QueryInstance();
