@@ -285,8 +285,8 @@ void MainWindow::DeleteSelected() {
     const QString name = documentTree->currentItem()->text(0);
     if (app().MsgBox(
             QStringLiteral("Delete the data source \"%1\" with all its columns?").arg(name),
-            MsgBoxButtons::YesNo, MsgBoxIcon::Question,
-            QStringLiteral("Delete Data Source")) != MsgBoxResult::Yes)
+            MsgBoxButtons::YesNo, MsgBoxIcon::Question, QStringLiteral("Delete Data Source"),
+            MsgBoxDefaultButton::Second) != MsgBoxResult::Yes)
         return;
     guarded([&] { removeDocument(id); });
     RefreshDocuments();

@@ -760,6 +760,7 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes.last().prompt,
               "Delete the data source \"Cell Counters\" with all its columns?");
+    EXPECT_EQ(app->msgBoxes.last().defaultButton, MsgBoxDefaultButton::Second) << "No";
     EXPECT_TRUE(listed("Cell Counters"));
     EXPECT_EQ(count("eds_column", ofDocument), 4);
 
