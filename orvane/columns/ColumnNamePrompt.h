@@ -21,8 +21,11 @@ struct Answer {
     bool gotName = false;
 };
 
-// lengthLimit is the declared width of the column name in the database.
-Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming);
+// lengthLimit is the declared width of the column name in the database. When renaming, the box
+// starts with the column's name; OK on that name unchanged is no answer at all, while a change of
+// case only is a new name.
+Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit,
+           const CDataSourcesColumn* renaming = nullptr);
 
 } // namespace ColumnNamePrompt
 
