@@ -5,6 +5,7 @@
 
 #include <QFile>
 #include <QRegularExpression>
+#include <QSqlRecord>
 
 // Resources of a static library must be registered by name.
 static void initDatabaseResources() {
@@ -96,6 +97,12 @@ bool onlyComments(const QString& statement) {
     return true;
 }
 
+bool hasChangeStamp(SqlConnection& connection) {
+    return connection.Database()
+        .record(QStringLiteral("eds_document"))
+        .contains(QStringLiteral("change_stamp"));
+}
+
 } // namespace
 
 QStringList DatabaseSchema::Statements(const QString& script) {
@@ -143,6 +150,20 @@ void DatabaseSchema::Install(SqlConnection& connection, SchemaForm form) {
         connection.Rollback();
         throw Error(QStringLiteral("Cannot set up %1: %2")
                         .arg(connection.Description().Shown(), error.message()));
+    }
+}
+
+void DatabaseSchema::Upgrade(SqlConnection& connection) {
+    if (hasChangeStamp(connection))
+        return;
+    try {
+        connection.Run(QStringLiteral(
+            "ALTER TABLE eds_document ADD COLUMN change_stamp INTEGER NOT NULL DEFAULT 0"));
+    } catch (const Error& error) {
+        // Another session may have added it first.
+        if (!hasChangeStamp(connection))
+            throw Error(QStringLiteral("Cannot bring %1 up to date: %2")
+                            .arg(connection.Description().Shown(), error.message()));
     }
 }
 
