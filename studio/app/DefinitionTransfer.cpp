@@ -78,6 +78,12 @@ ImportOutcome DefinitionTransfer::Import(const QList<ImportInput>& inputs, bool 
     return outcome;
 }
 
+ImportOutcome DefinitionTransfer::Copy(const CDataSourcesData& document, const QString& name) {
+    EdsDefinition definition = DefinitionExport::FromDocument(document);
+    definition.name = name;
+    return Import({{QString(), DefinitionJson::Write(definition)}}, false);
+}
+
 void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition& definition,
                                    bool replace, ImportOutcome& outcome) {
     if (const auto existing = Find(definition.name); existing && replace) {

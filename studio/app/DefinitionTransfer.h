@@ -9,6 +9,10 @@
 #include <QStringList>
 #include <optional>
 
+namespace Orvane {
+class CDataSourcesData;
+}
+
 namespace Orvane::Studio {
 
 class SqlQueryService;
@@ -41,6 +45,9 @@ public:
     QByteArray Export(qint32 documentId);
     // Replacing removes the data source of the same name first, as Delete would.
     ImportOutcome Import(const QList<ImportInput>& inputs, bool replace);
+    // A new data source under that name holding what the document holds, as an export and import
+    // of it would make: its columns anew, with the dictionary's fields of the same names.
+    ImportOutcome Copy(const CDataSourcesData& document, const QString& name);
 
 private:
     void importOne(const ImportInput& input, const EdsDefinition& definition, bool replace,

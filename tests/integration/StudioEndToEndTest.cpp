@@ -784,6 +784,44 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
 }
 
+// Two sessions on one database: the later save of one data source is told, keeps its edits and
+// may store them as a copy.
+TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
+    auto db2 = std::make_shared<Studio::SqlQueryService>(connectionText());
+    auto service2 = std::make_shared<Studio::DictionaryService>(*db2);
+    Studio::MainWindow other(db2);
+    HostRegistry::Install({db2, service2, app, factory});
+    other.OpenDocument(1);
+    HostRegistry::Install({db, service, app, factory});
+    DocumentWindow* mine = reopen("Cell Traffic Feed");
+    DocumentWindow* theirs = other.CurrentDocument();
+    ASSERT_TRUE(mine && theirs);
+    appendColumn(*mine, "Mine");
+    HostRegistry::Install({db2, service2, app, factory});
+    appendColumn(*theirs, "Theirs");
+    ASSERT_TRUE(other.SaveCurrent()) << lastMessage().toStdString();
+    HostRegistry::Install({db, service, app, factory});
+
+    app->msgBoxAnswers = {MsgBoxResult::Cancel};
+    EXPECT_FALSE(studio->SaveCurrent());
+    EXPECT_THAT(lastMessage().toStdString(),
+                AllOf(HasSubstr("\"Cell Traffic Feed\" was changed by someone else since it was "
+                                "opened"),
+                      Not(HasSubstr("UNIQUE")), Not(HasSubstr("duplicate"))));
+    EXPECT_TRUE(mine->IsModified());
+    EXPECT_THAT(gridRow(*mine, Rows::Name).toStdString(), HasSubstr("Mine"));
+    EXPECT_EQ(count("eds_column", "eds_id = 1 AND col_name = 'Mine'"), 0);
+
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    app->inputAnswers = {"Cell Traffic Feed", "Cell Traffic Mine"};
+    EXPECT_TRUE(studio->SaveCurrent()) << lastMessage().toStdString();
+    EXPECT_EQ(mine->Title(), "Cell Traffic Mine");
+    EXPECT_EQ(count("eds_column",
+                    "col_name = 'Mine' AND eds_id = " + QString::number(mine->DocumentId())),
+              1);
+    EXPECT_EQ(count("eds_column", "eds_id = 1 AND col_name IN ('Mine', 'Theirs')"), 1);
+}
+
 // The next session on the database opens what the last one left open.
 TEST_P(StudioEndToEndTest, ASessionReopensWhatWasOpen) {
     QTemporaryDir folder;
