@@ -34,11 +34,14 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
 #include <deque>
+#include <future>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace Orvane::Testing {
 
@@ -820,6 +823,42 @@ TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
                     "col_name = 'Mine' AND eds_id = " + QString::number(mine->DocumentId())),
               1);
     EXPECT_EQ(count("eds_column", "eds_id = 1 AND col_name IN ('Mine', 'Theirs')"), 1);
+}
+
+// Another session's new data source of the same name, not yet committed when this one checks the
+// name and committed while this one's insert waits for it, as only PostgreSQL lets a test stage.
+TEST_P(StudioEndToEndTest, ANewDataSourceWhoseNameIsTakenMeanwhileIsKept) {
+    if (!onPostgres())
+        GTEST_SKIP() << "needs a server on which a second session's insert can wait";
+    DocumentWindow* fresh = buildCellDocument();
+    ASSERT_TRUE(fresh);
+    std::promise<void> inserted;
+    std::thread other([&] {
+        try {
+            Studio::SqlQueryService db2(connectionText());
+            db2.BeginTransaction();
+            db2.ExecuteStatement("INSERT INTO eds_document (id, name, eds_type, entity_id, "
+                                 "doc_type) VALUES (900, 'Cell Counters', 'A', 7, 'ASCII Data "
+                                 "Source')");
+            inserted.set_value();
+            QThread::msleep(500);
+            db2.CommitTransaction();
+        } catch (const Error& error) {
+            ADD_FAILURE() << error.what();
+        }
+    });
+    const bool staged =
+        inserted.get_future().wait_for(std::chrono::seconds(30)) == std::future_status::ready;
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    app->inputAnswers = {"Cell Counters", "Cell Counters 2"};
+    if (staged)
+        studio->actSave->trigger();
+    other.join();
+    ASSERT_TRUE(staged);
+    EXPECT_THAT(lastMessage().toStdString(),
+                HasSubstr("Someone else saved a data source named \"Cell Counters\" meanwhile"));
+    EXPECT_EQ(fresh->Title(), "Cell Counters 2");
+    EXPECT_EQ(count("eds_column", "eds_id = " + QString::number(fresh->DocumentId())), 4);
 }
 
 // The next session on the database opens what the last one left open.
