@@ -7,7 +7,6 @@
 #include "tests/support/QtPrinters.h"
 
 #include <QCheckBox>
-#include <QMessageBox>
 #include <QSignalSpy>
 #include <QTest>
 #include <QTextBrowser>
@@ -159,31 +158,18 @@ TEST(StudioHelpTest, EachWindowHasItsPage) {
     EXPECT_EQ(mainWindow.findChildren<Studio::HelpBrowser*>().size(), 1);
 }
 
-// Enter presses the button named the default, counted from the left; one past the last falls
-// back to the first.
+// Enter presses the button named the default, counted from the left.
 TEST(StudioMessageBoxTest, EnterPressesTheNamedDefaultButton) {
-    QWidget mainWindow;
     Studio::StudioApplication studio;
-    studio.setMainWindow(&mainWindow);
-    const struct {
-        MsgBoxButtons buttons;
-        MsgBoxDefaultButton defaultButton;
-        MsgBoxResult entered;
-    } cases[] = {
+    const std::tuple<MsgBoxButtons, MsgBoxDefaultButton, MsgBoxResult> cases[] = {
         {MsgBoxButtons::YesNo, MsgBoxDefaultButton::First, MsgBoxResult::Yes},
         {MsgBoxButtons::YesNo, MsgBoxDefaultButton::Second, MsgBoxResult::No},
-        {MsgBoxButtons::YesNoCancel, MsgBoxDefaultButton::Third, MsgBoxResult::Cancel},
-        {MsgBoxButtons::OKCancel, MsgBoxDefaultButton::Second, MsgBoxResult::Cancel},
-        {MsgBoxButtons::OKOnly, MsgBoxDefaultButton::Third, MsgBoxResult::OK},
-    };
-    for (const auto& c : cases) {
-        QTimer::singleShot(0, [] {
-            if (auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget()))
-                QTest::keyClick(box, Qt::Key_Return);
-        });
-        EXPECT_EQ(studio.MsgBox("Sure?", c.buttons, MsgBoxIcon::Question, "Test", c.defaultButton),
-                  c.entered)
-            << static_cast<int>(c.buttons) << " " << static_cast<int>(c.defaultButton);
+        {MsgBoxButtons::YesNoCancel, MsgBoxDefaultButton::Third, MsgBoxResult::Cancel}};
+    for (const auto& [buttons, defaultButton, entered] : cases) {
+        QTimer::singleShot(
+            0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
+        EXPECT_EQ(studio.MsgBox("Sure?", buttons, MsgBoxIcon::Question, "Test", defaultButton),
+                  entered);
     }
 }
 

