@@ -65,7 +65,6 @@ TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionary) {
 TEST_P(SqlQueryServiceTest, OpeningAddsTheChangeStampToAnEarlierDatabase) {
     db->ExecuteStatement("ALTER TABLE eds_document DROP COLUMN change_stamp");
     Studio::SqlQueryService reopened(connectionText());
-    EXPECT_TRUE(reopened.ColumnExists("eds_document", "change_stamp"));
     EXPECT_EQ(reopened.ExecuteCounted("UPDATE eds_document SET change_stamp = change_stamp + 1 "
                                       "WHERE change_stamp = 0"),
               2);

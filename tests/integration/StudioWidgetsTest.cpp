@@ -8,9 +8,7 @@
 
 #include <QCheckBox>
 #include <QSignalSpy>
-#include <QTest>
 #include <QTextBrowser>
-#include <QTimer>
 #include <QTreeWidget>
 
 namespace Orvane::Testing {
@@ -156,21 +154,6 @@ TEST(StudioHelpTest, EachWindowHasItsPage) {
             << page;
     }
     EXPECT_EQ(mainWindow.findChildren<Studio::HelpBrowser*>().size(), 1);
-}
-
-// Enter presses the button named the default, counted from the left.
-TEST(StudioMessageBoxTest, EnterPressesTheNamedDefaultButton) {
-    Studio::StudioApplication studio;
-    const std::tuple<MsgBoxButtons, MsgBoxDefaultButton, MsgBoxResult> cases[] = {
-        {MsgBoxButtons::YesNo, MsgBoxDefaultButton::First, MsgBoxResult::Yes},
-        {MsgBoxButtons::YesNo, MsgBoxDefaultButton::Second, MsgBoxResult::No},
-        {MsgBoxButtons::YesNoCancel, MsgBoxDefaultButton::Third, MsgBoxResult::Cancel}};
-    for (const auto& [buttons, defaultButton, entered] : cases) {
-        QTimer::singleShot(
-            0, [] { QTest::keyClick(QApplication::activeModalWidget(), Qt::Key_Return); });
-        EXPECT_EQ(studio.MsgBox("Sure?", buttons, MsgBoxIcon::Question, "Test", defaultButton),
-                  entered);
-    }
 }
 
 } // namespace Orvane::Testing
