@@ -795,11 +795,12 @@ TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
     const auto session = [&](bool second) {
         HostRegistry::Install({second ? db2 : db, second ? service2 : service, app, factory});
     };
+    db->ExecuteStatement("UPDATE eds_odbc_file SET db_password = 'pw' WHERE eds_id = 2");
     Studio::MainWindow other(db2);
     session(true);
-    other.OpenDocument(1);
+    other.OpenDocument(2);
     session(false);
-    DocumentWindow* mine = reopen("Cell Traffic Feed");
+    DocumentWindow* mine = reopen("Trunk Group Export");
     ASSERT_TRUE(mine && other.CurrentDocument());
     appendColumn(*mine, "Mine");
     session(true);
@@ -808,17 +809,19 @@ TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
     session(false);
 
     app->msgBoxAnswers = {MsgBoxResult::Cancel, MsgBoxResult::Yes};
-    app->inputAnswers = {"Cell Traffic Feed", "Cell Traffic Mine"};
+    app->inputAnswers = {"Trunk Group Export", "Trunk Group Mine"};
     EXPECT_FALSE(studio->SaveCurrent());
-    EXPECT_THAT(lastMessage().toStdString(),
-                HasSubstr("\"Cell Traffic Feed\" was changed by someone else since it was opened"));
+    EXPECT_THAT(
+        lastMessage().toStdString(),
+        HasSubstr("\"Trunk Group Export\" was changed by someone else since it was opened"));
     EXPECT_TRUE(mine->IsModified());
     EXPECT_TRUE(studio->SaveCurrent()) << lastMessage().toStdString();
-    EXPECT_EQ(mine->Title(), "Cell Traffic Mine");
+    EXPECT_EQ(mine->Title(), "Trunk Group Mine");
+    EXPECT_EQ(mine->Document()->Password(), "pw");
     EXPECT_EQ(count("eds_column",
                     "col_name = 'Mine' AND eds_id = " + QString::number(mine->DocumentId())),
               1);
-    EXPECT_EQ(count("eds_column", "eds_id = 1 AND col_name IN ('Mine', 'Theirs')"), 1);
+    EXPECT_EQ(count("eds_column", "eds_id = 2 AND col_name IN ('Mine', 'Theirs')"), 1);
 }
 
 // Another session's new data source of the same name, not yet committed when this one checks the
