@@ -227,17 +227,17 @@
     </message>
     <message>
         <location line="+2"/>
-        <location line="+43"/>
+        <location line="+46"/>
         <source>COLUMN NAME EXISTS</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-39"/>
+        <location line="-42"/>
         <source>ADDING COLUMN</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+23"/>
+        <location line="+26"/>
         <source>Column name must be 40 characters or fewer.</source>
         <translation type="unfinished"></translation>
     </message>

@@ -252,7 +252,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DatabaseSchema</name>
     <message>
-        <location filename="../studio/db/DatabaseSchema.cpp" line="+28"/>
+        <location filename="../studio/db/DatabaseSchema.cpp" line="+29"/>
         <source>The schema script %1 is missing from the program.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -262,8 +262,13 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+109"/>
+        <location line="+115"/>
         <source>Cannot set up %1: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Cannot bring %1 up to date: %2</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -271,12 +276,12 @@ See --help.</source>
     <name>Orvane::Studio::DefinitionTransfer</name>
     <message>
         <location filename="../studio/app/DefinitionTransfer.cpp" line="+63"/>
-        <location line="+28"/>
+        <location line="+45"/>
         <source>name</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-28"/>
+        <location line="-45"/>
         <source>another file defines &quot;%1&quot;</source>
         <translation type="unfinished"></translation>
     </message>
@@ -286,7 +291,7 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+23"/>
+        <location line="+40"/>
         <source>&quot;%1&quot; cannot be replaced: report templates use its fields</source>
         <translation type="unfinished"></translation>
     </message>
@@ -302,7 +307,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DocumentWindow</name>
     <message>
-        <location filename="../studio/app/DocumentWindow.cpp" line="+74"/>
+        <location filename="../studio/app/DocumentWindow.cpp" line="+77"/>
         <source>Entity: %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -312,7 +317,7 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+31"/>
+        <location line="+44"/>
         <source>The data source &quot;%1&quot; was saved, but reading it back failed:</source>
         <translation type="unfinished"></translation>
     </message>
@@ -322,12 +327,12 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+18"/>
+        <location line="-38"/>
         <source>Please enter a name for this data source</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+3"/>
+        <location line="+59"/>
         <source>Save %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -342,12 +347,67 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+30"/>
+        <location line="+31"/>
         <source>The data source was not saved; nothing was changed in the database.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+28"/>
+        <location line="+37"/>
+        <source>Your changes were not saved; they are still here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Someone else saved a data source named &quot;%1&quot; meanwhile; this one was not saved and is still here.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Save it under another name?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>The data source &quot;%1&quot; was deleted by someone else since it was opened.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Save them as a copy under a new name?</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>The data source &quot;%1&quot; was changed by someone else since it was opened.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Yes saves them as a copy under a new name. No reloads the data source as it is stored now. Cancel goes back to your changes.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>Please enter a name for the copy</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Someone else saved a data source named &quot;%1&quot; meanwhile. Please enter another name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>The copy was not saved:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+15"/>
+        <source>Reload &quot;%1&quot; as it is stored now? Your changes will be lost.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+21"/>
         <source>Do you want to save the changes to %1?</source>
         <translation type="unfinished"></translation>
     </message>

@@ -54,12 +54,15 @@ std::shared_ptr<CDataSourcesColumn> existingColumn(const CDataSourcesColumns& co
 
 } // namespace
 
-Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming) {
+Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit,
+           const CDataSourcesColumn* renaming) {
     IApplication& app = HostRegistry::App();
     Answer answer;
+    const QString currentName = renaming ? renaming->Column_Name() : QString();
     Wording wording = renaming ? Wording::Renaming : Wording::Adding;
     for (;;) {
-        const QString name = app.InputBox(promptFor(wording), titleFor(wording)).trimmed();
+        const QString name =
+            app.InputBox(promptFor(wording), titleFor(wording), currentName).trimmed();
         if (name.size() > lengthLimit) {
             // The text names 40 whatever the database allows.
             app.MsgBox(Texts::tr("Column name must be 40 characters or fewer."),

@@ -21,8 +21,11 @@ struct Answer {
     bool gotName = false;
 };
 
-// lengthLimit is the declared width of the column name in the database.
-Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit, bool renaming);
+// lengthLimit is the declared width of the column name in the database. When renaming, the box
+// starts with the column's name, so a small change is a small edit; the answer is checked as
+// any other, so OK on the name unchanged finds it in use.
+Answer Ask(const CDataSourcesColumns& columns, qint32 lengthLimit,
+           const CDataSourcesColumn* renaming = nullptr);
 
 } // namespace ColumnNamePrompt
 

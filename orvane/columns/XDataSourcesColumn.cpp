@@ -383,7 +383,7 @@ void XDataSourcesColumn::runCommand(ColumnCommand command) {
 // ---- Column commands ------------------------------------------------------------------------
 
 void XDataSourcesColumn::appendColumn() {
-    const QString name = askColumnName(false);
+    const QString name = askColumnName(nullptr);
     if (name.isEmpty())
         return;
     addNewColumn(name, m_grid->ColumnCount() + 1);
@@ -392,7 +392,7 @@ void XDataSourcesColumn::appendColumn() {
 }
 
 void XDataSourcesColumn::insertColumn() {
-    const QString name = askColumnName(false);
+    const QString name = askColumnName(nullptr);
     if (name.isEmpty())
         return;
     const qint32 at = m_currentColumn > 0 ? m_currentColumn : m_grid->ColumnCount() + 1;
@@ -416,7 +416,7 @@ void XDataSourcesColumn::renameColumn() {
     const ColumnPtr old = currentColumn();
     if (!old)
         return;
-    const QString name = askColumnName(true);
+    const QString name = askColumnName(old.get());
     if (name.isEmpty())
         return;
     m_columns->Remove(old->Column_Name());
@@ -614,7 +614,7 @@ bool XDataSourcesColumn::refuseDuplicateFieldName(const CDataSourcesColumn& mode
     return true;
 }
 
-QString XDataSourcesColumn::askColumnName(bool renaming) {
+QString XDataSourcesColumn::askColumnName(const CDataSourcesColumn* renaming) {
     const ColumnNamePrompt::Answer answer =
         ColumnNamePrompt::Ask(*m_columns, m_nameLengthLimit, renaming);
     if (answer.restore)

@@ -97,7 +97,8 @@ private:
     void editField();
 
     // Shared steps of the commands.
-    QString askColumnName(bool renaming);
+    // renaming is the column being renamed, null when adding one.
+    QString askColumnName(const CDataSourcesColumn* renaming);
     void addNewColumn(const QString& name, qint32 at);
     void addTimeStampColumn();
     void deleteCurrentGridColumn();

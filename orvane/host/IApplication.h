@@ -17,6 +17,9 @@ enum class MsgBoxIcon {
     Information = 64
 };
 enum class MsgBoxResult { OK = 1, Cancel = 2, Yes = 6, No = 7 };
+// Which of the box's buttons, counted from the left (OK, Yes, No, Cancel in that order), Enter
+// presses. A question whose Yes loses data makes No the default.
+enum class MsgBoxDefaultButton { First = 0, Second = 256, Third = 512 };
 
 // Messages of more than one line break their lines with this.
 inline const QString MsgBoxLineBreak = QStringLiteral("\r\n");
@@ -38,7 +41,8 @@ public:
     virtual void setMousePointer(qint32 pointer) = 0;
 
     virtual MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                                const QString& title) = 0;
+                                const QString& title,
+                                MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) = 0;
     // The text entered; empty when the user cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title,
                              const QString& defaultText = QString()) = 0;

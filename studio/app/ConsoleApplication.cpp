@@ -5,7 +5,7 @@
 namespace Orvane::Studio {
 
 MsgBoxResult ConsoleApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon,
-                                        const QString& title) {
+                                        const QString& title, MsgBoxDefaultButton) {
     QString text = prompt;
     text.replace(MsgBoxLineBreak, QStringLiteral(" "));
     std::fprintf(stderr, "%s%s\n",

@@ -14,7 +14,8 @@ public:
     qint32 MousePointer() const override { return m_pointer; }
     void setMousePointer(qint32 pointer) override { m_pointer = pointer; }
     MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                        const QString& title) override;
+                        const QString& title,
+                        MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
     QString InputBox(const QString&, const QString&, const QString& = QString()) override {
         return QString();
     }

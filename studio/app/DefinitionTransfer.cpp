@@ -83,22 +83,39 @@ ImportOutcome DefinitionTransfer::Import(const QList<ImportInput>& inputs, bool 
     return outcome;
 }
 
-void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition& definition,
-                                   bool replace, ImportOutcome& outcome) {
+ImportOutcome DefinitionTransfer::Copy(const CDataSourcesData& document, const QString& name) {
+    EdsDefinition definition = DefinitionExport::FromDocument(document);
+    definition.name = name;
+    ImportOutcome outcome;
+    TransactionScope transaction(m_database);
+    const qint32 copyId = importOne({}, definition, false, outcome);
+    if (!outcome.Succeeded())
+        return outcome;
+    if (!document.Password().isEmpty())
+        m_database.ExecuteStatement(
+            QStringLiteral("UPDATE eds_odbc_file SET") +
+            m_database.BuildSetList({{QStringLiteral("DB_Password"), document.Password()}}) +
+            QStringLiteral(" WHERE eds_id = ") + QString::number(copyId));
+    transaction.Commit();
+    return outcome;
+}
+
+qint32 DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition& definition,
+                                     bool replace, ImportOutcome& outcome) {
     if (const auto existing = Find(definition.name); existing && replace) {
         if (!m_store.Delete(existing->id)) {
             outcome.problems << located(
                 input.source, {Texts::tr("name"), Texts::tr("\"%1\" cannot be replaced: report "
                                                             "templates use its fields")
                                                       .arg(existing->name)});
-            return;
+            return 0;
         }
     }
     DefinitionImport import(definition);
     if (!import.Resolve()) {
         for (const ExchangeProblem& problem : import.Problems())
             outcome.problems << located(input.source, problem);
-        return;
+        return 0;
     }
     const auto type = StudioDocumentType::ByName(definition.type);
     const auto& document = import.Document();
@@ -106,6 +123,7 @@ void DefinitionTransfer::importOne(const ImportInput& input, const EdsDefinition
     m_store.Write(*document, *type, true);
     import.Save(document->DocId());
     outcome.imported << definition.name;
+    return document->DocId();
 }
 
 } // namespace Orvane::Studio

@@ -9,6 +9,10 @@
 #include <QStringList>
 #include <optional>
 
+namespace Orvane {
+class CDataSourcesData;
+}
+
 namespace Orvane::Studio {
 
 class SqlQueryService;
@@ -41,10 +45,15 @@ public:
     QByteArray Export(qint32 documentId);
     // Replacing removes the data source of the same name first, as Delete would.
     ImportOutcome Import(const QList<ImportInput>& inputs, bool replace);
+    // A new data source under that name holding what the document holds, as an export and import
+    // of it would make (its columns anew, with the dictionary's fields of the same names), and
+    // the ODBC password, which a definition never holds. One transaction.
+    ImportOutcome Copy(const CDataSourcesData& document, const QString& name);
 
 private:
-    void importOne(const ImportInput& input, const EdsDefinition& definition, bool replace,
-                   ImportOutcome& outcome);
+    // The new data source's id; 0 when it met a problem.
+    qint32 importOne(const ImportInput& input, const EdsDefinition& definition, bool replace,
+                     ImportOutcome& outcome);
 
     SqlQueryService& m_database;
     DocumentStore m_store;

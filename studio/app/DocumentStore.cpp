@@ -1,7 +1,6 @@
 #include "studio/app/DocumentStore.h"
 
 #include "orvane/host/IEntity.h"
-#include "orvane/host/IQueryService.h"
 #include "orvane/host/IRecordset.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
@@ -12,6 +11,7 @@
 #include "orvane/widgets/TemplateUseCheck.h"
 #include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
+#include "studio/db/SqlQueryService.h"
 
 #include <QCoreApplication>
 
@@ -35,7 +35,7 @@ QVariant frequencyOf(const CDataSourcesData& document) {
 
 } // namespace
 
-DocumentStore::DocumentStore(IQueryService& query)
+DocumentStore::DocumentStore(SqlQueryService& query)
     : m_query(query) {}
 
 QList<DocumentSummary> DocumentStore::List() {
@@ -60,10 +60,13 @@ std::shared_ptr<IRecordset> DocumentStore::Row(qint32 id) {
     return rst && !rst->Eof() ? rst : nullptr;
 }
 
-std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
+std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id, qint32* changeStamp) {
     const auto row = Row(id);
     if (!row)
         throw Error(Texts::tr("The data source %1 no longer exists.").arg(id));
+    if (changeStamp)
+        *changeStamp =
+            hasChangeStamp() ? m_query.ValueAsLong(row->Value(QStringLiteral("change_stamp"))) : 0;
     const auto type = StudioDocumentType::ByName(row->Value(QStringLiteral("doc_type")).toString());
     if (!type)
         throw Error(Texts::tr("The data source %1 has an unknown type.").arg(id));
@@ -72,6 +75,28 @@ std::shared_ptr<CDataSourcesData> DocumentStore::Load(qint32 id) {
     document->setDocName(row->Value(QStringLiteral("name")).toString());
     document->setDocDescription(row->Value(QStringLiteral("description")).toString());
     return document;
+}
+
+bool DocumentStore::hasChangeStamp() {
+    return m_query.ColumnExists(QStringLiteral("eds_document"), QStringLiteral("change_stamp"));
+}
+
+void DocumentStore::Claim(qint32 id, qint32 changeStamp) {
+    if (!hasChangeStamp())
+        return;
+    if (m_query.ExecuteCounted(
+            QStringLiteral("UPDATE eds_document SET change_stamp = change_stamp + 1 WHERE id = ") +
+            number(id) + QStringLiteral(" AND change_stamp = ") + number(changeStamp)) != 1)
+        throw Error(Texts::tr("The data source %1 was changed by someone else.").arg(id));
+}
+
+bool DocumentStore::ChangedSince(qint32 id, qint32 changeStamp) {
+    if (!hasChangeStamp())
+        return false;
+    const auto rst = m_query.OpenRecordset(
+        QStringLiteral("SELECT change_stamp FROM eds_document WHERE id = ") + number(id));
+    return !rst || rst->Eof() ||
+           m_query.ValueAsLong(rst->Value(QStringLiteral("change_stamp"))) != changeStamp;
 }
 
 bool DocumentStore::NameExists(const QString& name, qint32 exceptId) {

@@ -12,6 +12,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "studio/app/DefinitionTransfer.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
@@ -61,10 +62,12 @@ DocumentWindow* DocumentWindow::CreateNew(std::shared_ptr<StudioDocumentType> ty
 
 DocumentWindow* DocumentWindow::Open(qint32 documentId, SqlQueryService& database,
                                      QWidget* parent) {
-    auto document = DocumentStore(database).Load(documentId);
+    qint32 changeStamp = 0;
+    auto document = DocumentStore(database).Load(documentId, &changeStamp);
     const auto type = StudioDocumentType::ByName(document->DocumentType()->TypeName());
     auto* window = new DocumentWindow(type, database, parent);
     window->showDocument(std::move(document), false);
+    window->m_changeStamp = changeStamp;
     return window;
 }
 
@@ -152,11 +155,24 @@ QString DocumentWindow::Title() const {
 bool DocumentWindow::Save() {
     if (!app().EditPermission() || !editorsValid())
         return false;
-    if (m_document->DocName().isEmpty() && !askName())
-        return false;
+    if (m_document->DocName().isEmpty()) {
+        const QString name =
+            askName(tr("Please enter a name for this data source"), m_document->DocId());
+        if (name.isEmpty())
+            return false;
+        m_document->setDocName(name);
+    }
     copySettingsIntoDocument();
-    if (!writeInOneTransaction())
+    const bool insert = m_document->IsNew();
+    const QString name = m_document->DocName();
+    switch (writeInOneTransaction()) {
+    case WriteOutcome::Written:
+        break;
+    case WriteOutcome::Failed:
         return false;
+    case WriteOutcome::ChangedElsewhere:
+        return resolveConflict(insert, name);
+    }
     // Committed: from here on the data source is stored, whatever reading it back does.
     m_document->setIsNew(false);
     setModified(false);
@@ -196,24 +212,22 @@ bool DocumentWindow::editorsValid() {
     return settingsValid && columnEditor->IsValid(title);
 }
 
-bool DocumentWindow::askName() {
-    QString prompt = tr("Please enter a name for this data source");
+QString DocumentWindow::askName(const QString& firstPrompt, qint32 exceptId) {
+    QString prompt = firstPrompt;
     for (;;) {
         const QString name =
             app().InputBox(prompt, tr("Save %1").arg(m_type->TypeName())).trimmed();
         if (name.isEmpty())
-            return false;
+            return name;
         if (name.size() > MaxNameLength)
             prompt = tr("A name has at most %1 characters. Please enter a shorter name")
                          .arg(MaxNameLength);
-        else if (m_store->NameExists(name, m_document->DocId()))
+        else if (m_store->NameExists(name, exceptId))
             prompt = tr("A data source named \"%1\" already exists. Please enter "
                         "another name")
                          .arg(name);
-        else {
-            m_document->setDocName(name);
-            return true;
-        }
+        else
+            return name;
     }
 }
 
@@ -221,27 +235,30 @@ void DocumentWindow::copySettingsIntoDocument() {
     mOrvane::CopySettingsIntoDocument(*settingsEditor(), *m_document);
 }
 
-bool DocumentWindow::writeInOneTransaction() {
+DocumentWindow::WriteOutcome DocumentWindow::writeInOneTransaction() {
     // The save changes the column objects as it goes; a failed save puts them back so that the
     // user's edits stay as they were and the save can be retried.
     const auto columnsBefore = m_document->Columns()->SaveState();
     const qint32 idBefore = m_document->DocId();
     const bool insert = m_document->IsNew();
     const qint32 pointerBefore = app().MousePointer();
+    const QString name = m_document->DocName();
     try {
         writeDocument(insert);
-        return true;
+        return WriteOutcome::Written;
     } catch (const Error& error) {
         m_document->Columns()->RestoreState(*columnsBefore);
         m_document->setDocId(idBefore);
         if (insert)
             m_document->setDocName(QString());
         app().setMousePointer(pointerBefore);
+        if (changedElsewhere(insert, name))
+            return WriteOutcome::ChangedElsewhere;
         app().MsgBox(tr("The data source was not saved; nothing was changed in the "
                         "database.") +
                          MsgBoxLineBreak + MsgBoxLineBreak + error.message(),
                      MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
-        return false;
+        return WriteOutcome::Failed;
     }
 }
 
@@ -251,13 +268,111 @@ void DocumentWindow::writeDocument(bool insert) {
     TransactionScope transaction(m_database);
     if (insert)
         m_document->setDocId(m_store->NewId());
+    else
+        m_store->Claim(m_document->DocId(), m_changeStamp);
     m_store->Write(*m_document, *m_type, insert);
     m_document->SaveData();
     transaction.Commit();
+    m_changeStamp = insert ? 0 : m_changeStamp + 1;
+}
+
+// Whether the failed save met another session's: a new document's name taken meanwhile, a stored
+// one changed or removed since it was read. Asking needs the connection, which may be what failed.
+bool DocumentWindow::changedElsewhere(bool insert, const QString& name) {
+    try {
+        return insert ? m_store->NameExists(name, 0)
+                      : m_store->ChangedSince(m_document->DocId(), m_changeStamp);
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+// Nothing was written and the edits are still in the window; they are lost only on the user's
+// yes to reloading.
+bool DocumentWindow::resolveConflict(bool insert, const QString& name) {
+    const QString title = m_document->EditorName();
+    const QString kept = tr("Your changes were not saved; they are still here.");
+    if (insert) {
+        const MsgBoxResult answer = app().MsgBox(
+            tr("Someone else saved a data source named \"%1\" meanwhile; this one was not "
+               "saved and is still here.")
+                    .arg(name) +
+                MsgBoxLineBreak + MsgBoxLineBreak + tr("Save it under another name?"),
+            MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation, title);
+        return answer == MsgBoxResult::Yes && Save();
+    }
+    if (!m_store->Row(m_document->DocId())) {
+        const MsgBoxResult answer = app().MsgBox(
+            tr("The data source \"%1\" was deleted by someone else since it was opened.")
+                    .arg(name) +
+                MsgBoxLineBreak + kept + MsgBoxLineBreak + MsgBoxLineBreak +
+                tr("Save them as a copy under a new name?"),
+            MsgBoxButtons::YesNo, MsgBoxIcon::Exclamation, title);
+        return answer == MsgBoxResult::Yes && saveAsCopy();
+    }
+    const MsgBoxResult answer = app().MsgBox(
+        tr("The data source \"%1\" was changed by someone else since it was opened.").arg(name) +
+            MsgBoxLineBreak + kept + MsgBoxLineBreak + MsgBoxLineBreak +
+            tr("Yes saves them as a copy under a new name. No reloads the data source as it is "
+               "stored now. Cancel goes back to your changes."),
+        MsgBoxButtons::YesNoCancel, MsgBoxIcon::Exclamation, title, MsgBoxDefaultButton::Third);
+    if (answer == MsgBoxResult::Yes)
+        return saveAsCopy();
+    if (answer == MsgBoxResult::No)
+        offerReload();
+    return false;
+}
+
+// The window goes on with the copy, and the data source it was opened on stays as the other
+// session saved it.
+bool DocumentWindow::saveAsCopy() {
+    QString prompt = tr("Please enter a name for the copy");
+    for (;;) {
+        const QString name = askName(prompt, 0);
+        if (name.isEmpty())
+            return false;
+        DefinitionTransfer transfer(m_database);
+        ImportOutcome outcome;
+        try {
+            outcome = transfer.Copy(*m_document, name);
+        } catch (const Error&) {
+            if (!m_store->NameExists(name, 0))
+                throw;
+            prompt = tr("Someone else saved a data source named \"%1\" meanwhile. Please enter "
+                        "another name")
+                         .arg(name);
+            continue;
+        }
+        if (!outcome.Succeeded()) {
+            app().MsgBox(tr("The copy was not saved:") + MsgBoxLineBreak +
+                             outcome.problems.join(MsgBoxLineBreak),
+                         MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, m_document->EditorName());
+            return false;
+        }
+        m_document->setDocId(transfer.Find(name)->id);
+        m_document->setDocName(name);
+        setModified(false);
+        emit saved(m_document->DocId());
+        readBack();
+        return true;
+    }
+}
+
+void DocumentWindow::offerReload() {
+    if (app().MsgBox(tr("Reload \"%1\" as it is stored now? Your changes will be lost.")
+                         .arg(m_document->DocName()),
+                     MsgBoxButtons::YesNo, MsgBoxIcon::Question, m_document->EditorName(),
+                     MsgBoxDefaultButton::Second) != MsgBoxResult::Yes)
+        return;
+    reload();
+    setModified(false);
 }
 
 void DocumentWindow::reload() {
-    showDocument(m_store->Load(m_document->DocId()), false);
+    qint32 changeStamp = 0;
+    auto document = m_store->Load(m_document->DocId(), &changeStamp);
+    showDocument(std::move(document), false);
+    m_changeStamp = changeStamp;
 }
 
 bool DocumentWindow::MayClose() {

@@ -21,7 +21,9 @@ class StudioDocumentType;
 
 // One open data source: the settings editor of its type above the column layout editor.
 // Every edit marks it modified; saving validates both editors, writes the document row and
-// the columns in one transaction, and reloads the document from the database.
+// the columns in one transaction, and reloads the document from the database. A save that finds
+// the data source changed by someone else since it was read writes nothing and keeps the edits;
+// the user may save them as a copy or reload.
 class DocumentWindow : public QWidget {
     Q_OBJECT
 
@@ -66,11 +68,18 @@ private:
     SourceSettingsEditor* settingsEditor() const;
     void settingsChanged(bool isTimeSeriesChange);
     void setModified(bool modified);
+    enum class WriteOutcome { Written, Failed, ChangedElsewhere };
+
     bool editorsValid();
-    bool askName();
+    // A free name, trimmed; empty when the user gave none. exceptId's own name counts as free.
+    QString askName(const QString& prompt, qint32 exceptId);
     void copySettingsIntoDocument();
-    bool writeInOneTransaction();
+    WriteOutcome writeInOneTransaction();
     void writeDocument(bool insert);
+    bool changedElsewhere(bool insert, const QString& name);
+    bool resolveConflict(bool insert, const QString& name);
+    bool saveAsCopy();
+    void offerReload();
     void reload();
     void readBack();
 
@@ -78,6 +87,8 @@ private:
     SqlQueryService& m_database;
     std::unique_ptr<DocumentStore> m_store;
     std::shared_ptr<CDataSourcesData> m_document;
+    // The stored document's change stamp as this window read it.
+    qint32 m_changeStamp = 0;
     bool m_modified = false;
 };
 

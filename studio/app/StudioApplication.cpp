@@ -41,6 +41,26 @@ QMessageBox::StandardButtons buttonsOf(MsgBoxButtons buttons) {
     return QMessageBox::Ok;
 }
 
+QMessageBox::StandardButton defaultOf(MsgBoxButtons buttons, MsgBoxDefaultButton defaultButton) {
+    QList<QMessageBox::StandardButton> inOrder;
+    switch (buttons) {
+    case MsgBoxButtons::OKCancel:
+        inOrder = {QMessageBox::Ok, QMessageBox::Cancel};
+        break;
+    case MsgBoxButtons::YesNo:
+        inOrder = {QMessageBox::Yes, QMessageBox::No};
+        break;
+    case MsgBoxButtons::YesNoCancel:
+        inOrder = {QMessageBox::Yes, QMessageBox::No, QMessageBox::Cancel};
+        break;
+    case MsgBoxButtons::OKOnly:
+        inOrder = {QMessageBox::Ok};
+        break;
+    }
+    const qsizetype index = static_cast<int>(defaultButton) / 256;
+    return inOrder.value(index < inOrder.size() ? index : 0);
+}
+
 MsgBoxResult resultOf(int button) {
     switch (button) {
     case QMessageBox::Cancel:
@@ -71,12 +91,14 @@ void StudioApplication::setMousePointer(qint32 pointer) {
 }
 
 MsgBoxResult StudioApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons,
-                                       MsgBoxIcon icon, const QString& title) {
+                                       MsgBoxIcon icon, const QString& title,
+                                       MsgBoxDefaultButton defaultButton) {
     // Messages break their lines with CR LF; a Qt label wants LF alone.
     QString text = prompt;
     text.replace(MsgBoxLineBreak, QStringLiteral("\n"));
     QMessageBox box(iconOf(icon), title.isEmpty() ? QApplication::applicationName() : title, text,
                     buttonsOf(buttons), m_mainWindow);
+    box.setDefaultButton(defaultOf(buttons, defaultButton));
     return resultOf(box.exec());
 }
 

@@ -24,7 +24,8 @@ public:
     qint32 MousePointer() const override { return m_pointer; }
     void setMousePointer(qint32 pointer) override;
     MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                        const QString& title) override;
+                        const QString& title,
+                        MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
     int ShowModal(QDialog& dialog) override;

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QRegularExpression>
+#include <QSqlRecord>
 
 // Resources of a static library must be registered by name.
 static void initDatabaseResources() {
@@ -102,6 +103,12 @@ bool onlyComments(const QString& statement) {
     return true;
 }
 
+bool hasChangeStamp(SqlConnection& connection) {
+    return connection.Database()
+        .record(QStringLiteral("eds_document"))
+        .contains(QStringLiteral("change_stamp"));
+}
+
 } // namespace
 
 QStringList DatabaseSchema::Statements(const QString& script) {
@@ -149,6 +156,20 @@ void DatabaseSchema::Install(SqlConnection& connection, SchemaForm form) {
         connection.Rollback();
         throw Error(Texts::tr("Cannot set up %1: %2")
                         .arg(connection.Description().Shown(), error.message()));
+    }
+}
+
+void DatabaseSchema::Upgrade(SqlConnection& connection) {
+    if (hasChangeStamp(connection))
+        return;
+    try {
+        connection.Run(QStringLiteral(
+            "ALTER TABLE eds_document ADD COLUMN change_stamp INTEGER NOT NULL DEFAULT 0"));
+    } catch (const Error& error) {
+        // Another session may have added it first.
+        if (!hasChangeStamp(connection))
+            throw Error(Texts::tr("Cannot bring %1 up to date: %2")
+                            .arg(connection.Description().Shown(), error.message()));
     }
 }
 

@@ -19,6 +19,9 @@ enum class SchemaForm { WithEditorPosition, WithoutEditorPosition };
 class DatabaseSchema {
 public:
     static void Install(SqlConnection& connection, SchemaForm form);
+    // Brings a database an earlier version set up up to date, in place: eds_document gets the
+    // change stamp that saves check. Of two sessions doing it at once, one adds it.
+    static void Upgrade(SqlConnection& connection);
 
     // The tables the schema of a SQLite or PostgreSQL database creates, lower case.
     static QStringList Tables(SqlBackend backend);

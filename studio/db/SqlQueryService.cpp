@@ -33,8 +33,10 @@ SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDataba
 
 void SqlQueryService::prepareSchema(SchemaForm form, const SetUpConsent& askToSetUp) {
     const DatabaseContents contents = DatabaseContents::Of(d->connection);
-    if (contents.Contents() == DatabaseContents::Kind::Orvane)
+    if (contents.Contents() == DatabaseContents::Kind::Orvane) {
+        DatabaseSchema::Upgrade(d->connection);
         return;
+    }
     const bool foreignAllowed = contents.Contents() == DatabaseContents::Kind::Foreign &&
                                 askToSetUp &&
                                 askToSetUp(DatabaseContents::Question(DatabaseShown()));
@@ -82,6 +84,10 @@ std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statem
 
 void SqlQueryService::ExecuteStatement(const QString& statement) {
     d->connection.Run(Translate(statement));
+}
+
+qint32 SqlQueryService::ExecuteCounted(const QString& statement) {
+    return d->connection.Run(Translate(statement)).numRowsAffected();
 }
 
 qint32 SqlQueryService::NextSequenceValue(const QString& sequence) {

@@ -49,6 +49,8 @@ public:
     std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,
                                               qint32 timeoutSeconds = 60) override;
     void ExecuteStatement(const QString& statement) override;
+    // As ExecuteStatement, and says how many rows the statement changed.
+    qint32 ExecuteCounted(const QString& statement);
     qint32 NextSequenceValue(const QString& sequence) override;
     QVariant CallProcedure(const QString& procedure,
                            const QList<ProcedureParameter>& parameters) override;

@@ -61,6 +61,16 @@ TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionary) {
     EXPECT_EQ(rst->Value("col_name").toString(), "KEPT");
 }
 
+// A database an earlier version set up gets the saves' change stamp when it is opened.
+TEST_P(SqlQueryServiceTest, OpeningAddsTheChangeStampToAnEarlierDatabase) {
+    db->ExecuteStatement("ALTER TABLE eds_document DROP COLUMN change_stamp");
+    Studio::SqlQueryService reopened(connectionText());
+    EXPECT_EQ(reopened.ExecuteCounted("UPDATE eds_document SET change_stamp = change_stamp + 1 "
+                                      "WHERE change_stamp = 0"),
+              2);
+    EXPECT_EQ(reopened.ColumnExists("eds_column", "editor_position"), withEditorPosition());
+}
+
 TEST_P(SqlQueryServiceTest, QuotesRoundTripThroughSetAndValueLists) {
     const QString obrien = "O'Brien's \"col\" -- ; (+)";
     insertColumn(201, obrien, 9);

@@ -34,11 +34,14 @@
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QThread>
 #include <QToolBar>
 #include <QTreeWidget>
 #include <QUrl>
 #include <deque>
+#include <future>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace Orvane::Testing {
 
@@ -760,6 +763,7 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes.last().prompt,
               "Delete the data source \"Cell Counters\" with all its columns?");
+    EXPECT_EQ(app->msgBoxes.last().defaultButton, MsgBoxDefaultButton::Second) << "No";
     EXPECT_TRUE(listed("Cell Counters"));
     EXPECT_EQ(count("eds_column", ofDocument), 4);
 
@@ -781,6 +785,70 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
     EXPECT_TRUE(listed("Cell Traffic Feed"));
     EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
+}
+
+// Two sessions on one database: the later save of one data source is told, keeps its edits and
+// may store them as a copy.
+TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
+    auto db2 = std::make_shared<Studio::SqlQueryService>(connectionText());
+    auto service2 = std::make_shared<Studio::DictionaryService>(*db2);
+    const auto session = [&](bool second) {
+        HostRegistry::Install({second ? db2 : db, second ? service2 : service, app, factory});
+    };
+    db->ExecuteStatement("UPDATE eds_odbc_file SET db_password = 'pw' WHERE eds_id = 2");
+    Studio::MainWindow other(db2);
+    session(true);
+    other.OpenDocument(2);
+    session(false);
+    DocumentWindow* mine = reopen("Trunk Group Export");
+    ASSERT_TRUE(mine && other.CurrentDocument());
+    appendColumn(*mine, "Mine");
+    session(true);
+    appendColumn(*other.CurrentDocument(), "Theirs");
+    ASSERT_TRUE(other.SaveCurrent()) << lastMessage().toStdString();
+    session(false);
+
+    app->msgBoxAnswers = {MsgBoxResult::Cancel, MsgBoxResult::Yes};
+    app->inputAnswers = {"Trunk Group Export", "Trunk Group Mine"};
+    EXPECT_FALSE(studio->SaveCurrent());
+    EXPECT_THAT(
+        lastMessage().toStdString(),
+        HasSubstr("\"Trunk Group Export\" was changed by someone else since it was opened"));
+    EXPECT_TRUE(mine->IsModified());
+    EXPECT_TRUE(studio->SaveCurrent()) << lastMessage().toStdString();
+    EXPECT_EQ(mine->Title(), "Trunk Group Mine");
+    EXPECT_EQ(mine->Document()->Password(), "pw");
+    EXPECT_EQ(count("eds_column",
+                    "col_name = 'Mine' AND eds_id = " + QString::number(mine->DocumentId())),
+              1);
+    EXPECT_EQ(count("eds_column", "eds_id = 2 AND col_name IN ('Mine', 'Theirs')"), 1);
+}
+
+// Another session's new data source of the same name, not yet committed when this one checks the
+// name and committed while this one's insert waits for it, as only PostgreSQL lets a test stage.
+TEST_P(StudioEndToEndTest, ANewDataSourceWhoseNameIsTakenMeanwhileIsKept) {
+    if (!onPostgres())
+        GTEST_SKIP() << "needs a server on which a second session's insert can wait";
+    DocumentWindow* fresh = buildCellDocument();
+    ASSERT_TRUE(fresh);
+    std::promise<void> inserted;
+    std::thread other([&] {
+        Studio::SqlQueryService db2(connectionText());
+        db2.BeginTransaction();
+        db2.ExecuteStatement("INSERT INTO eds_document (id, name, eds_type, entity_id, doc_type) "
+                             "VALUES (900, 'Cell Counters', 'A', 7, 'ASCII Data Source')");
+        inserted.set_value();
+        QThread::msleep(500);
+        db2.CommitTransaction();
+    });
+    inserted.get_future().wait();
+    app->msgBoxAnswers = {MsgBoxResult::Yes};
+    app->inputAnswers = {"Cell Counters", "Cell Counters 2"};
+    studio->actSave->trigger();
+    other.join();
+    EXPECT_THAT(lastMessage().toStdString(),
+                HasSubstr("Someone else saved a data source named \"Cell Counters\" meanwhile"));
+    EXPECT_EQ(fresh->Title(), "Cell Counters 2");
 }
 
 // The next session on the database opens what the last one left open.

@@ -10,8 +10,8 @@ void FakeApplication::setMousePointer(qint32 value) {
 }
 
 MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                                     const QString& title) {
-    msgBoxes.append({prompt, buttons, icon, title});
+                                     const QString& title, MsgBoxDefaultButton defaultButton) {
+    msgBoxes.append({prompt, buttons, icon, title, defaultButton});
     if (!msgBoxAnswers.empty()) {
         const MsgBoxResult answer = msgBoxAnswers.front();
         msgBoxAnswers.pop_front();
@@ -21,8 +21,9 @@ MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons button
     return asks ? MsgBoxResult::Yes : MsgBoxResult::OK;
 }
 
-QString FakeApplication::InputBox(const QString& prompt, const QString& title, const QString&) {
-    inputBoxes.append({prompt, title});
+QString FakeApplication::InputBox(const QString& prompt, const QString& title,
+                                  const QString& defaultText) {
+    inputBoxes.append({prompt, title, defaultText});
     if (inputAnswers.empty())
         return QString();
     QString answer = inputAnswers.front();

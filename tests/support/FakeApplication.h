@@ -14,11 +14,13 @@ struct RecordedMsgBox {
     MsgBoxButtons buttons;
     MsgBoxIcon icon;
     QString title;
+    MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First;
 };
 
 struct RecordedInputBox {
     QString prompt;
     QString title;
+    QString defaultText;
 };
 
 // An application object that records message and input boxes and answers them from scripts,
@@ -46,7 +48,8 @@ public:
     qint32 MousePointer() const override { return pointer; }
     void setMousePointer(qint32 value) override;
     MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
-                        const QString& title) override;
+                        const QString& title,
+                        MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
     int ShowModal(QDialog& dialog) override;

@@ -94,6 +94,16 @@ TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndANameInUseStartsTheAsking
     EXPECT_EQ(changeCount(), 4) << "each named run reports a change, the refused one too";
 }
 
+TEST_F(ColumnCommandsTest, RenamingOffersTheCurrentName) {
+    openStoredDocument();
+    click(2, 1);
+    app->inputAnswers = {QString()};
+    trigger("ReName");
+    EXPECT_EQ(app->inputBoxes.last().defaultText, "B");
+    EXPECT_EQ(gridRow(1)[1], "B");
+    EXPECT_EQ(changeCount(), 0);
+}
+
 TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {
     openStoredDocument();
     click(2, 1);

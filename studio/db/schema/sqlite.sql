@@ -166,7 +166,9 @@ CREATE TABLE pm_groupby (
 
 -- The host's document table: one row per EDS document, written by the host. Its id is the eds_id
 -- of the tables below. eds_type: 'A' ASCII file, 'O' ODBC table; doc_type: the document type's
--- name, "ASCII Data Source" or "ODBC Data Source"; frequency_id: for a time series.
+-- name, "ASCII Data Source" or "ODBC Data Source"; frequency_id: for a time series;
+-- change_stamp counts the saves: a save checks it is still what its window read and adds one, so
+-- that of two sessions saving one document the later one learns of the earlier.
 CREATE TABLE eds_document (
     id             INTEGER      NOT NULL PRIMARY KEY,
     name           VARCHAR(60)  NOT NULL UNIQUE,
@@ -175,7 +177,8 @@ CREATE TABLE eds_document (
     entity_id      INTEGER      NOT NULL REFERENCES qvn_entity (entity_id),
     is_time_series CHAR(1)      NOT NULL DEFAULT 'N' CHECK (is_time_series IN ('Y', 'N')),
     frequency_id   INTEGER      REFERENCES qv_frequency (frequency_id),
-    doc_type       VARCHAR(40)  NOT NULL
+    doc_type       VARCHAR(40)  NOT NULL,
+    change_stamp   INTEGER      NOT NULL DEFAULT 0
 );
 
 -- The settings of an ASCII source: the file and the character between its values.
