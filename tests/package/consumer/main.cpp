@@ -1,5 +1,5 @@
-// Embeds Orvane's editors on the ready SQL host as the README shows; exits 0 when a stored data
-// source loads, shows and saves.
+// Embeds Orvane's editors, placed by a Designer form, on the ready SQL host as the README
+// shows; exits 0 when a stored data source loads, shows and saves.
 #include <orvane/columns/XDataSourcesColumn.h>
 #include <orvane/editors/XDataSourcesGen.h>
 #include <orvane/host/IDocumentType.h>
@@ -7,6 +7,8 @@
 #include <orvane/model/CDataSourcesColumns.h>
 #include <orvane/model/CDataSourcesData.h>
 #include <orvane/sqlhost/SqlHost.h>
+
+#include "ui_EdsForm.h"
 
 #include <QApplication>
 #include <QTableView>
@@ -33,11 +35,15 @@ int main(int argc, char** argv) {
             id = stored.name == "Cell Traffic Feed" ? stored.id : id;
         auto doc = host->Load(id);
         QWidget window;
-        auto* settings = new Orvane::XDataSourcesGen(&window);
+        Ui::EdsForm form;
+        form.setupUi(&window);
+        if (form.settings->Eds_Delimeter() != ",")
+            return fail("the form's Eds_Delimeter did not reach the editor");
+        auto* settings = form.settings;
         settings->setData(doc);
         settings->Initialize(doc->DocDescription(), doc->FileName(), doc->Delimeter(),
                              doc->IsTimeSeries(), doc->FreqId());
-        auto* columns = new Orvane::XDataSourcesColumn(&window);
+        auto* columns = form.columns;
         columns->setAppName(doc->DocumentType()->TypeName());
         columns->InitEdit(doc->Columns());
         window.show();
