@@ -5,8 +5,8 @@
 #include "orvane/host/IApplication.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/widgets/ErrorReport.h"
-#include "orvane/widgets/TablePicker.h"
 #include "orvane/widgets/NoHostNotice.h"
+#include "orvane/widgets/TablePicker.h"
 
 #include <QCheckBox>
 #include <QComboBox>

@@ -281,8 +281,8 @@ void MainWindow::DeleteSelected() {
         return;
     const QString name = documentTree->currentItem()->text(0);
     if (app().MsgBox(tr("Delete the data source \"%1\" with all its columns?").arg(name),
-                     MsgBoxButtons::YesNo, MsgBoxIcon::Question,
-                     tr("Delete Data Source"), MsgBoxDefaultButton::Second) != MsgBoxResult::Yes)
+                     MsgBoxButtons::YesNo, MsgBoxIcon::Question, tr("Delete Data Source"),
+                     MsgBoxDefaultButton::Second) != MsgBoxResult::Yes)
         return;
     guarded([&] { removeDocument(id); });
     RefreshDocuments();
