@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QPushButton;
+
 namespace Orvane {
 
 class CDataSourcesData;
@@ -43,11 +45,14 @@ private:
     void fillDelimiters();
     void layoutControls();
     bool timeStampRemovalRefused();
+    // Lets the user pick the data file through the host; the path then counts as typed.
+    void browseForFile();
 
     QLabel* lblDesc = nullptr;
     QLineEdit* txtDescription = nullptr;
     QLabel* lblFile = nullptr;
     FileNameEdit* txtFile = nullptr;
+    QPushButton* cmdBrowse = nullptr;
     QLabel* lblDelimeter = nullptr;
     QComboBox* cboDelimeter = nullptr;
 

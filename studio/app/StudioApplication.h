@@ -25,6 +25,8 @@ public:
     void setMousePointer(qint32 pointer) override;
     MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
                         const QString& title) override;
+    QString GetOpenFileName(const QString& title, const QString& directory,
+                            const QString& filter) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
     int ShowModal(QDialog& dialog) override;

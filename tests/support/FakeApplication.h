@@ -37,7 +37,9 @@ public:
     // Handlers for modal shows, used in order; the last one stays for later shows.
     // Without any, a modal show returns Rejected at once.
     std::deque<std::function<int(QDialog&)>> modalHandlers;
-    QStringList modalShown; // the objectName of each dialog shown
+    QStringList fileTitles;          // the title of each file choice
+    std::deque<QString> fileAnswers; // when empty: "" (the user cancelled)
+    QStringList modalShown;          // the objectName of each dialog shown
     QStringList helpShown;
     int registeredForms = 0;
 
@@ -49,6 +51,8 @@ public:
                         const QString& title) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
+    QString GetOpenFileName(const QString& title, const QString& directory,
+                            const QString& filter) override;
     int ShowModal(QDialog& dialog) override;
     void ShowHelp(const QString& helpContextName) override { helpShown << helpContextName; }
     void RegisterForm(IAppForm*) override { ++registeredForms; }
