@@ -64,9 +64,6 @@ void XDataSourcesGen::createControls() {
     txtFile = new FileNameEdit(this);
     txtFile->setObjectName(QStringLiteral("txtFile"));
     txtFile->setToolTip(QStringLiteral("Enter file path and name"));
-    cmdBrowse = new QPushButton(tr("Browse..."), this);
-    cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
-    cmdBrowse->setToolTip(tr("Choose the data file"));
     lblDelimeter = createLabel(QStringLiteral("lblDelimeter"), QStringLiteral("Delimeter:"), this);
     cboDelimeter = new QComboBox(this);
     cboDelimeter->setObjectName(QStringLiteral("cboDelimeter"));
@@ -74,6 +71,10 @@ void XDataSourcesGen::createControls() {
     createTimeSeriesBox(this);
     createFrequencyLabel(this);
     createFrequencyBox(this, QString());
+    // Created last, so the tab order of the settings stays as it was and Browse... follows it.
+    cmdBrowse = new QPushButton(tr("Browse..."), this);
+    cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
+    cmdBrowse->setToolTip(tr("Choose the data file"));
 
     connect(txtDescription, &QLineEdit::textChanged, this, [this] { raiseChange(false); });
     // Only keystrokes count as edits of the file name, and they count even while Loading.
