@@ -79,6 +79,8 @@ void XDataSourcesGen::createControls() {
     connect(txtDescription, &QLineEdit::textChanged, this, [this] { raiseChange(false); });
     // Only keystrokes count as edits of the file name, and they count even while Loading.
     connect(txtFile, &FileNameEdit::keyAccepted, this, [this] { emit dsgChange(false); });
+    connect(txtFile, &QLineEdit::textChanged, this, &XDataSourcesGen::sourceEdited);
+    connect(cboDelimeter, &QComboBox::currentIndexChanged, this, &XDataSourcesGen::sourceEdited);
     connect(cmdBrowse, &QPushButton::clicked, this, &XDataSourcesGen::browseForFile);
     connect(cboDelimeter, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
 }

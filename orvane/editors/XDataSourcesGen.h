@@ -37,6 +37,10 @@ public:
                     bool bIsTimeSeries, qint32 lFreq);
     bool IsValid(const QString& sMsgBoxTitle);
 
+signals:
+    // The file name or the delimiter changed, by the user or not; for views of the file.
+    void sourceEdited();
+
 protected:
     void timeSeriesClicked(bool checked) override;
 

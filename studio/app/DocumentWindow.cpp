@@ -1,6 +1,7 @@
 #include "studio/app/DocumentWindow.h"
 
 #include "orvane/columns/XDataSourcesColumn.h"
+#include "orvane/editors/SourcePreview.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
@@ -11,13 +12,17 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "orvane/sources/ColumnDetector.h"
+#include "orvane/sources/DefinitionCheck.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/StoredTexts.h"
 #include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace Orvane::Studio {
@@ -84,6 +89,10 @@ void DocumentWindow::createEditors() {
     delete asciiEditor;
     delete odbcEditor;
     delete columnEditor;
+    delete fileViews;
+    fileViews = nullptr;
+    sourcePreview = nullptr;
+    cmdCheckFile = nullptr;
     asciiEditor = nullptr;
     odbcEditor = nullptr;
     if (m_type->IsOdbc())
@@ -92,14 +101,54 @@ void DocumentWindow::createEditors() {
         asciiEditor = new XDataSourcesGen(this);
     columnEditor = new XDataSourcesColumn(this);
     StoredTexts(m_database).LimitBoxes(*settingsEditor());
-    layout()->addWidget(settingsEditor());
-    layout()->addWidget(columnEditor);
-    // The entity label, the settings, then the grid, which takes the room left.
-    static_cast<QVBoxLayout*>(layout())->setStretch(2, 1);
+    auto* page = static_cast<QVBoxLayout*>(layout());
+    page->addWidget(settingsEditor());
+    if (asciiEditor)
+        createFileViews();
+    page->addWidget(columnEditor);
+    // The entity label, the settings, the file's head, then the grid, which takes most room.
+    if (fileViews)
+        page->setStretch(page->indexOf(fileViews), 1);
+    page->setStretch(page->indexOf(columnEditor), 2);
 
     connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
             &DocumentWindow::settingsChanged);
     connect(columnEditor, &XDataSourcesColumn::xdscChange, this, [this] { setModified(true); });
+}
+
+void DocumentWindow::createFileViews() {
+    fileViews = new QWidget(this);
+    fileViews->setObjectName(QStringLiteral("fileViews"));
+    sourcePreview = new SourcePreview(fileViews);
+    cmdCheckFile = new QPushButton(tr("Check &File"), fileViews);
+    cmdCheckFile->setObjectName(QStringLiteral("cmdCheckFile"));
+    cmdCheckFile->setToolTip(tr("Compare the columns with the data file"));
+    connect(cmdCheckFile, &QPushButton::clicked, this, [this] { CheckFile(); });
+    auto* commands = new QHBoxLayout;
+    commands->addStretch(1);
+    commands->addWidget(cmdCheckFile);
+    auto* views = new QVBoxLayout(fileViews);
+    views->setContentsMargins(0, 0, 0, 0);
+    views->addLayout(commands);
+    views->addWidget(sourcePreview, 1);
+    static_cast<QVBoxLayout*>(layout())->addWidget(fileViews);
+    columnEditor->setDetectSource([this] {
+        return ColumnDetector::Detect(asciiEditor->Eds_File(), asciiEditor->Eds_Delimeter());
+    });
+}
+
+QStringList DocumentWindow::CheckFile() {
+    if (!asciiEditor)
+        return {};
+    const QStringList differences = DefinitionCheck::Check(
+        *columnEditor->Columns(), asciiEditor->Eds_File(), asciiEditor->Eds_Delimeter());
+    if (differences.isEmpty())
+        app().MsgBox(tr("The file matches the definition."), MsgBoxButtons::OKOnly,
+                     MsgBoxIcon::Information, tr("Check File"));
+    else
+        app().MsgBox(differences.join(MsgBoxLineBreak), MsgBoxButtons::OKOnly,
+                     MsgBoxIcon::Exclamation, tr("Check File"));
+    return differences;
 }
 
 void DocumentWindow::initializeSettings(bool isNew) {
@@ -111,6 +160,7 @@ void DocumentWindow::initializeSettings(bool isNew) {
         else
             asciiEditor->Initialize(doc.DocDescription(), doc.FileName(), doc.Delimeter(),
                                     doc.IsTimeSeries(), doc.FreqId());
+        sourcePreview->Follow(*asciiEditor);
         return;
     }
     if (isNew)

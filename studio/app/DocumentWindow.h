@@ -4,9 +4,11 @@
 #include <memory>
 
 class QLabel;
+class QPushButton;
 
 namespace Orvane {
 class CDataSourcesData;
+class SourcePreview;
 class SourceSettingsEditor;
 class XDataSourcesColumn;
 class XDataSourcesGen;
@@ -39,6 +41,10 @@ public:
     // Asks to save a modified document; false when the user chose to stay.
     bool MayClose();
 
+    // Compares the columns on screen with the data file; tells the user the differences and
+    // returns them. ASCII sources only.
+    QStringList CheckFile();
+
     bool IsModified() const { return m_modified; }
     qint32 DocumentId() const;
     QString Title() const;
@@ -48,6 +54,10 @@ public:
     XDataSourcesGen* asciiEditor = nullptr;
     XDataSourcesODBC* odbcEditor = nullptr;
     XDataSourcesColumn* columnEditor = nullptr;
+    // Under the ASCII editor: the file's first records, and the command that checks the file.
+    SourcePreview* sourcePreview = nullptr;
+    QPushButton* cmdCheckFile = nullptr;
+    QWidget* fileViews = nullptr;
     // The entity whose rows the data source describes: chosen once, shown above the settings.
     QLabel* lblEntity = nullptr;
 
@@ -62,6 +72,7 @@ private:
                    QWidget* parent);
     void showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew);
     void createEditors();
+    void createFileViews();
     void initializeSettings(bool isNew);
     SourceSettingsEditor* settingsEditor() const;
     void settingsChanged(bool isTimeSeriesChange);
