@@ -1,9 +1,13 @@
 #include "studio/app/CommandLine.h"
 
 #include "orvane/host/HostRegistry.h"
+#include "orvane/host/IDocumentType.h"
 #include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "orvane/sources/DefinitionCheck.h"
 #include "studio/app/ConsoleApplication.h"
 #include "studio/app/DefinitionTransfer.h"
+#include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/dictionary/DictionaryService.h"
 
@@ -19,7 +23,7 @@ namespace Orvane::Studio {
 namespace {
 
 const QStringList Commands{QStringLiteral("list"), QStringLiteral("export"),
-                           QStringLiteral("import")};
+                           QStringLiteral("import"), QStringLiteral("check")};
 
 const QString Description = QStringLiteral(
     "Orvane Studio: define External Data Sources for the performance-management client.\n"
@@ -30,8 +34,10 @@ const QString Description = QStringLiteral(
     "  export --all DIR           every data source, one NAME.json each, into DIR\n"
     "  import FILE... [--replace] create the data sources of the files, all or none; with\n"
     "                             --replace a data source of the same name is replaced\n"
+    "  check NAME [FILE]          an ASCII data source's columns against its data file (or\n"
+    "                             FILE): each difference on a line\n"
     "Exit status: 0 success, 1 a problem with the command or the files (said on the standard\n"
-    "error), 2 a database error.");
+    "error), 2 a database error, 3 the checked file differs from its definition.");
 
 void write(std::FILE* stream, const QString& text) {
     const QByteArray bytes = text.toUtf8() + '\n';
@@ -74,9 +80,10 @@ CommandLine::CommandLine(const QStringList& arguments)
     , m_help({QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Show this help.")) {
     m_parser.setApplicationDescription(Description);
     m_parser.addOptions({m_database, m_readOnly, m_open, m_all, m_replace, m_help});
-    m_parser.addPositionalArgument(QStringLiteral("command"),
-                                   QStringLiteral("list, export or import, and its arguments."),
-                                   QStringLiteral("[command [arguments...]]"));
+    m_parser.addPositionalArgument(
+        QStringLiteral("command"),
+        QStringLiteral("list, export, import or check, and its arguments."),
+        QStringLiteral("[command [arguments...]]"));
     m_parsed = m_parser.parse(arguments);
     m_arguments = arguments.mid(1);
 }
@@ -138,6 +145,8 @@ int CommandLine::runOn(DefinitionTransfer& transfer, const QString& command,
         return words.isEmpty() ? list(transfer) : userError(QStringLiteral("list takes nothing."));
     if (command == QLatin1String("export"))
         return m_parser.isSet(m_all) ? exportAll(transfer, words) : exportOne(transfer, words);
+    if (command == QLatin1String("check"))
+        return check(transfer, words);
     return import(transfer, words);
 }
 
@@ -179,6 +188,26 @@ int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& word
         write(stdout, path);
     }
     return Success;
+}
+
+int CommandLine::check(DefinitionTransfer& transfer, const QStringList& words) const {
+    if (words.isEmpty() || words.size() > 2)
+        return userError(QStringLiteral("Usage: check NAME [FILE]."));
+    const auto summary = transfer.Find(words.first());
+    if (!summary)
+        return userError(
+            QStringLiteral("There is no data source named \"%1\".").arg(words.first()));
+    const auto document = transfer.Load(summary->id);
+    if (document->DocumentType()->TypeName() != StudioDocumentType::Ascii()->TypeName())
+        return userError(QStringLiteral("check reads the files of ASCII data sources only."));
+    const QString file = words.size() == 2 ? words.at(1) : document->FileName();
+    const QStringList differences =
+        DefinitionCheck::Check(*document->Columns(), file, document->Delimeter());
+    for (const QString& difference : differences)
+        write(stdout, difference);
+    if (differences.isEmpty())
+        write(stdout, QStringLiteral("%1 matches its definition.").arg(file));
+    return differences.isEmpty() ? Success : Differences;
 }
 
 int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) const {
