@@ -683,14 +683,18 @@ void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
         if (m_grid->ColumnAt(1) == timeStamp)
             m_grid->Refresh(1);
     }
+    std::vector<ColumnPtr> added;
     for (const DetectedColumn& column : plan.additions) {
         const ColumnPtr model = m_columns->Add(column.name);
         model->setColumn_Type(column.typeCode);
         model->setPosition(column.position);
-        const qint32 at = m_grid->ColumnCount() + 1;
-        model->setColPosition(at);
-        insertGridColumn(at, model);
+        model->setColPosition(m_grid->ColumnCount() + static_cast<qint32>(added.size()) + 1);
+        added.push_back(model);
     }
+    m_grid->Append(added);
+    for (qint32 column = m_grid->ColumnCount() - static_cast<qint32>(added.size()) + 1;
+         column <= m_grid->ColumnCount(); ++column)
+        fitWidth(column);
     refreshToolbar();
 }
 

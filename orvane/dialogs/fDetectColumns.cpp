@@ -77,7 +77,7 @@ void fDetectColumns::fillProposal(const DetectionPlan& plan) {
                                cell(mOrvane::DataTypeNameFromCode(column.typeCode)),
                                cell(QString::number(column.position))});
     }
-    grdColumns->resizeColumnsToContents();
+    grdColumns->setColumnWidth(0, 240);
 }
 
 } // namespace Orvane

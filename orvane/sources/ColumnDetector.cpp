@@ -20,14 +20,15 @@ ColumnDetection ColumnDetector::Detect(const QString& path, const QString& store
 }
 
 void ColumnDetector::Field(const char* data, std::size_t length) {
-    const ValueKind kind = ClassifyValue(data, length);
     if (m_record == 0) {
         m_first.append(QByteArray(data, static_cast<qsizetype>(length)));
-        m_firstKinds.append(kind);
+        m_firstKinds.append(ClassifyValue(data, length));
     } else {
-        if (m_field >= m_tallies.size())
-            m_tallies.resize(m_field + 1);
-        m_tallies[m_field].Add(kind);
+        if (static_cast<std::size_t>(m_field) >= m_tallies.size())
+            m_tallies.resize(static_cast<std::size_t>(m_field) + 1);
+        KindTally& tally = m_tallies[static_cast<std::size_t>(m_field)];
+        if (!tally.Settled())
+            tally.Add(ClassifyValue(data, length));
     }
     ++m_field;
 }
@@ -54,7 +55,7 @@ ColumnDetection ColumnDetector::Result(const DelimitedReader& reader) const {
     ColumnDetection result;
     result.latin1 = reader.Latin1();
     result.hasHeader = headerLooksLikeNames();
-    QList<KindTally> tallies = m_tallies;
+    QList<KindTally> tallies(m_tallies.begin(), m_tallies.end());
     const qsizetype count = std::max(m_first.size(), tallies.size());
     tallies.resize(count);
     if (!result.hasHeader) {

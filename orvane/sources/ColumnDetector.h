@@ -7,6 +7,8 @@
 #include <QByteArray>
 #include <QList>
 
+#include <vector>
+
 namespace Orvane {
 
 // What a file's first records say about its columns.
@@ -46,7 +48,7 @@ private:
     qint32 m_field = 0;
     QList<QByteArray> m_first;
     QList<ValueKind> m_firstKinds;
-    QList<KindTally> m_tallies;
+    std::vector<KindTally> m_tallies;
 };
 
 } // namespace Orvane

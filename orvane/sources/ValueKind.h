@@ -19,6 +19,8 @@ ValueKind ClassifyValue(const QString& value);
 class KindTally {
 public:
     void Add(ValueKind kind) { m_seen |= 1u << static_cast<unsigned>(kind); }
+    // Text was seen: no further value can change the type.
+    bool Settled() const { return (m_seen & (1u << static_cast<unsigned>(ValueKind::Text))) != 0; }
     // The one-letter type code: "I", "F", "D", and "S" for text, mixed dates and numbers, or no
     // value at all.
     QString TypeCode() const;
