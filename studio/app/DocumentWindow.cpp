@@ -23,6 +23,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace Orvane::Studio {
@@ -89,8 +90,8 @@ void DocumentWindow::createEditors() {
     delete asciiEditor;
     delete odbcEditor;
     delete columnEditor;
-    delete fileViews;
-    fileViews = nullptr;
+    delete splFile;
+    splFile = nullptr;
     sourcePreview = nullptr;
     cmdCheckFile = nullptr;
     asciiEditor = nullptr;
@@ -103,38 +104,44 @@ void DocumentWindow::createEditors() {
     StoredTexts(m_database).LimitBoxes(*settingsEditor());
     auto* page = static_cast<QVBoxLayout*>(layout());
     page->addWidget(settingsEditor());
-    if (asciiEditor)
-        createFileViews();
-    page->addWidget(columnEditor);
-    // The entity label, the settings, the file's head, then the grid, which takes most room.
-    if (fileViews)
-        page->setStretch(page->indexOf(fileViews), 1);
-    page->setStretch(page->indexOf(columnEditor), 2);
+    if (asciiEditor) {
+        // The file's head and the grid share the room left; the user moves the line between.
+        splFile = new QSplitter(Qt::Vertical, this);
+        splFile->setObjectName(QStringLiteral("splFile"));
+        splFile->setChildrenCollapsible(false);
+        splFile->addWidget(createFileViews());
+        splFile->addWidget(columnEditor);
+        splFile->setStretchFactor(0, 1);
+        splFile->setStretchFactor(1, 2);
+        page->addWidget(splFile, 1);
+    } else {
+        page->addWidget(columnEditor, 1);
+    }
 
     connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
             &DocumentWindow::settingsChanged);
     connect(columnEditor, &XDataSourcesColumn::xdscChange, this, [this] { setModified(true); });
 }
 
-void DocumentWindow::createFileViews() {
-    fileViews = new QWidget(this);
+QWidget* DocumentWindow::createFileViews() {
+    auto* fileViews = new QWidget(this);
     fileViews->setObjectName(QStringLiteral("fileViews"));
     sourcePreview = new SourcePreview(fileViews);
     cmdCheckFile = new QPushButton(tr("Check &File"), fileViews);
     cmdCheckFile->setObjectName(QStringLiteral("cmdCheckFile"));
     cmdCheckFile->setToolTip(tr("Compare the columns with the data file"));
     connect(cmdCheckFile, &QPushButton::clicked, this, [this] { CheckFile(); });
-    auto* commands = new QHBoxLayout;
-    commands->addStretch(1);
+    auto* commands = new QVBoxLayout;
     commands->addWidget(cmdCheckFile);
-    auto* views = new QVBoxLayout(fileViews);
+    commands->addStretch(1);
+    auto* views = new QHBoxLayout(fileViews);
     views->setContentsMargins(0, 0, 0, 0);
-    views->addLayout(commands);
     views->addWidget(sourcePreview, 1);
-    static_cast<QVBoxLayout*>(layout())->addWidget(fileViews);
+    views->addLayout(commands);
     columnEditor->setDetectSource([this] {
         return ColumnDetector::Detect(asciiEditor->Eds_File(), asciiEditor->Eds_Delimeter());
     });
+    return fileViews;
 }
 
 QStringList DocumentWindow::CheckFile() {

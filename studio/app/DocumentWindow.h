@@ -5,6 +5,7 @@
 
 class QLabel;
 class QPushButton;
+class QSplitter;
 
 namespace Orvane {
 class CDataSourcesData;
@@ -57,7 +58,8 @@ public:
     // Under the ASCII editor: the file's first records, and the command that checks the file.
     SourcePreview* sourcePreview = nullptr;
     QPushButton* cmdCheckFile = nullptr;
-    QWidget* fileViews = nullptr;
+    // The preview and the grid, one above the other.
+    QSplitter* splFile = nullptr;
     // The entity whose rows the data source describes: chosen once, shown above the settings.
     QLabel* lblEntity = nullptr;
 
@@ -72,7 +74,7 @@ private:
                    QWidget* parent);
     void showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew);
     void createEditors();
-    void createFileViews();
+    QWidget* createFileViews();
     void initializeSettings(bool isNew);
     SourceSettingsEditor* settingsEditor() const;
     void settingsChanged(bool isTimeSeriesChange);
