@@ -44,7 +44,6 @@ public:
 
     // The line above the table: what is shown, or why nothing is.
     QString Status() const;
-    bool IsReading() const { return m_watcher.isRunning(); }
     void Refresh();
     void Cancel();
 

@@ -114,7 +114,7 @@ bool DelimitedReader::openError(const QString& reason) {
 bool DelimitedReader::Scan(RecordSink& sink, const std::atomic_bool* cancel,
                            const Progress& progress) {
     m_error.clear();
-    m_latin1 = m_bom = m_reachedEnd = false;
+    m_latin1 = m_reachedEnd = false;
     const QFileInfo info(m_path);
     if (m_path.trimmed().isEmpty())
         return openError(tr("No file name is given."));
@@ -151,7 +151,6 @@ bool DelimitedReader::Scan(RecordSink& sink, const std::atomic_bool* cancel,
         const char* data = block.constData();
         qint64 length = got;
         if (first && length >= 3 && std::memcmp(data, Bom, 3) == 0) {
-            m_bom = true;
             data += 3;
             length -= 3;
         }
@@ -168,8 +167,10 @@ bool DelimitedReader::Scan(RecordSink& sink, const std::atomic_bool* cancel,
         done += got;
         if (progress)
             progress(done, total);
+        if (m_byteLimit > 0 && done >= m_byteLimit)
+            break;
     }
-    m_reachedEnd = !state.stopped;
+    m_reachedEnd = !state.stopped && file.atEnd();
     if (m_reachedEnd)
         csv_fini(parser.get(), fieldDone, recordDone, &state);
     m_latin1 = !utf8.Valid();

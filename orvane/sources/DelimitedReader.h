@@ -34,10 +34,12 @@ public:
     bool Scan(RecordSink& sink, const std::atomic_bool* cancel = nullptr,
               const Progress& progress = {});
 
+    // Reading stops after this many bytes, wherever the records end; 0 reads to the end.
+    void setByteLimit(qint64 bytes) { m_byteLimit = bytes; }
+
     QString ErrorString() const { return m_error; }
     // The bytes read are not valid UTF-8, so they are to be read as Latin-1.
     bool Latin1() const { return m_latin1; }
-    bool HadBom() const { return m_bom; }
     // The whole file was read (the sink never stopped it).
     bool ReachedEnd() const { return m_reachedEnd; }
 
@@ -54,8 +56,8 @@ private:
     QChar m_quote;
     QString m_error;
     bool m_latin1 = false;
-    bool m_bom = false;
     bool m_reachedEnd = false;
+    qint64 m_byteLimit = 0;
 };
 
 } // namespace Orvane

@@ -2,9 +2,13 @@
 
 #include "orvane/sources/DelimitedReader.h"
 
+#include <QCoreApplication>
+
 namespace Orvane {
 
 namespace {
+
+constexpr qint64 HeadByteLimit = qint64(8) << 20;
 
 // Keeps the raw fields; they are decoded once the encoding of the whole head is known.
 class HeadSink : public RecordSink {
@@ -53,13 +57,23 @@ SourceHead ReadSourceHead(const QString& path, const QString& storedDelimiter, q
     if (maxRecords <= 0)
         return head;
     DelimitedReader reader(path, DelimitedReader::DelimiterChar(storedDelimiter));
+    // A file without line breaks (or one huge quoted field) must not be read whole for a head.
+    reader.setByteLimit(HeadByteLimit);
     HeadSink sink(maxRecords);
     if (!reader.Scan(sink, cancel, progress)) {
         head.error = reader.ErrorString();
         return head;
     }
+    if (sink.records.isEmpty() && !reader.ReachedEnd()) {
+        head.error = QCoreApplication::translate(
+                         "Orvane::SourceHead",
+                         "No record of \"%1\" ends within its first %2 MB: is it a delimited "
+                         "text file?")
+                         .arg(path)
+                         .arg(HeadByteLimit >> 20);
+        return head;
+    }
     head.latin1 = reader.Latin1();
-    head.bom = reader.HadBom();
     head.wholeFile = reader.ReachedEnd();
     for (const QList<QByteArray>& raw : std::as_const(sink.records)) {
         QStringList record;

@@ -13,7 +13,6 @@ namespace Orvane {
 struct SourceHead {
     QList<QStringList> records;
     bool latin1 = false;
-    bool bom = false;
     // The file ended within the records asked for.
     bool wholeFile = false;
     // Why the file could not be read; empty when it could.

@@ -53,6 +53,7 @@ TEST(SourceReadingTest, FilesReadAsTheyWillLoad) {
         {"header only", "a/b/c\n", "/", "a;b;c", "SSS", true, false, ""},
         {"empty", "", ",", "", "", false, false, ""},
         {"binary", QByteArray("PK\x03\x04\0\0", 6), ",", "", "", false, false, "binary"},
+        {"no line break", QByteArray(9 << 20, 'x'), ",", "", "S", true, false, "ends within"},
     };
     QTemporaryDir dir;
     for (const FileCase& c : cases) {
