@@ -13,6 +13,8 @@ namespace Orvane {
 namespace {
 
 const QString TimeStampName = QStringLiteral("Time Stamp");
+// Record positions run from 1 to 500.
+constexpr qint32 LastPosition = 500;
 
 QString tr(const char* text) {
     return QCoreApplication::translate("Orvane::DetectionPlan", text);
@@ -91,6 +93,14 @@ private:
     void place(const DetectedColumn& column) {
         if (const auto known = existing(column.name)) {
             compare(*known, column);
+            return;
+        }
+        if (column.position > LastPosition) {
+            m_plan.differences << tr("The source's \"%1\" at position %2 lies beyond position %3, "
+                                     "the last a column may have.")
+                                      .arg(column.name)
+                                      .arg(column.position)
+                                      .arg(LastPosition);
             return;
         }
         if (m_occupied.contains(column.position)) {
