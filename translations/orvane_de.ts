@@ -90,6 +90,11 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <location line="+2"/>
+        <source>Detect the source&apos;s columns.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <location line="+11"/>
         <source>Add new column</source>
         <translation type="unfinished"></translation>
@@ -151,6 +156,11 @@
     </message>
     <message>
         <location line="+3"/>
+        <source>Detect Columns</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
         <source>Keys</source>
         <translation type="unfinished"></translation>
     </message>
@@ -173,7 +183,7 @@
 <context>
     <name>Orvane::ColumnGridModel</name>
     <message>
-        <location filename="../orvane/columns/ColumnGridModel.cpp" line="+156"/>
+        <location filename="../orvane/columns/ColumnGridModel.cpp" line="+165"/>
         <source>Name</source>
         <translation type="unfinished"></translation>
     </message>
@@ -297,6 +307,39 @@
     <message>
         <location line="+14"/>
         <source>At least one column must be defined</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Orvane::DefinitionCheck</name>
+    <message>
+        <location filename="../orvane/sources/DefinitionCheck.cpp" line="+49"/>
+        <source>Column &quot;%1&quot; is %2, but record %3 holds &quot;%4&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>The file &quot;%1&quot; is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Column &quot;%1&quot; is at position %2, but the file&apos;s records have %3 fields.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+12"/>
+        <source>Column &quot;%1&quot; is at position %2, where the file&apos;s header has &quot;%3&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>The file&apos;s field %1 (&quot;%2&quot;) is in no column of the definition.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>The file&apos;s field %1 is in no column of the definition.</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -475,6 +518,45 @@
     </message>
 </context>
 <context>
+    <name>Orvane::DelimitedReader</name>
+    <message>
+        <location filename="../orvane/sources/DelimitedReader.cpp" line="+120"/>
+        <source>No file name is given.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>The file &quot;%1&quot; does not exist.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>&quot;%1&quot; is a folder, not a file.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <location line="+21"/>
+        <source>The file &quot;%1&quot; cannot be read: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-4"/>
+        <source>Reading was cancelled.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+16"/>
+        <source>The file &quot;%1&quot; holds binary data, not delimited text.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>The file &quot;%1&quot; cannot be split: %2</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Orvane::FSelectEntityTree</name>
     <message>
         <location filename="../orvane/dialogs/FSelectEntityTree.cpp" line="+35"/>
@@ -536,6 +618,92 @@
     </message>
 </context>
 <context>
+    <name>Orvane::Planner</name>
+    <message>
+        <location filename="../orvane/sources/DetectionPlan.cpp" line="+86"/>
+        <source>The time stamp is at position %1; the source&apos;s first date, &quot;%2&quot;, is at position %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+13"/>
+        <source>The source&apos;s &quot;%1&quot; at position %2 lies beyond position %3, the last a column may have.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>The source&apos;s &quot;%1&quot; at position %2 falls on column &quot;%3&quot;.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+14"/>
+        <source>Column &quot;%1&quot; is at position %2; the source has it at position %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>Column &quot;%1&quot; is %2; the source&apos;s values look %3.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Orvane::SourceHead</name>
+    <message>
+        <location filename="../orvane/sources/SourceHead.cpp" line="+68"/>
+        <source>No record of &quot;%1&quot; ends within its first %2 MB: is it a delimited text file?</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Orvane::SourcePreview</name>
+    <message>
+        <location filename="../orvane/editors/SourcePreview.cpp" line="+55"/>
+        <location line="+65"/>
+        <source>No file to preview.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-50"/>
+        <source>Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+54"/>
+        <source>Reading &quot;%1&quot;...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+49"/>
+        <source>The file &quot;%1&quot; is empty.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message numerus="yes">
+        <location line="+6"/>
+        <source>All %n record(s) of the file.</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message numerus="yes">
+        <location line="+1"/>
+        <source>The first %n record(s) of the file.</source>
+        <translation type="unfinished">
+            <numerusform></numerusform>
+            <numerusform></numerusform>
+        </translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>The file is not UTF-8; it is read as Latin-1.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>Records %1 have a different number of fields than the first (%2).</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
     <name>Orvane::SourceSettingsEditor</name>
     <message>
         <location filename="../orvane/editors/SourceSettingsEditor.cpp" line="+23"/>
@@ -569,7 +737,7 @@
 <context>
     <name>Orvane::XDataSourcesColumn</name>
     <message>
-        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+612"/>
+        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+620"/>
         <source>Field name is in use.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -584,7 +752,23 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+104"/>
+        <location line="+30"/>
+        <source>The source has no columns to detect.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <location line="+13"/>
+        <source>Detect Columns</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="-3"/>
+        <source>The layout already has every column of the source.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+128"/>
         <source>Naming Error. Column: </source>
         <translation type="unfinished"></translation>
     </message>
@@ -597,7 +781,7 @@
 <context>
     <name>Orvane::XDataSourcesGen</name>
     <message>
-        <location filename="../orvane/editors/XDataSourcesGen.cpp" line="+28"/>
+        <location filename="../orvane/editors/XDataSourcesGen.cpp" line="+34"/>
         <source>   &lt;space&gt;</source>
         <translation type="unfinished"></translation>
     </message>
@@ -652,6 +836,16 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
+        <location line="+5"/>
+        <source>Browse...</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Choose the data file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
         <location line="+81"/>
         <source>A full path must be supplied to the data file</source>
         <translation type="unfinished"></translation>
@@ -663,11 +857,12 @@
     </message>
     <message>
         <location line="+4"/>
+        <location line="+68"/>
         <source>A file name cannot include any of the following characters: </source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="-66"/>
         <source> File Name Error</source>
         <translation type="unfinished"></translation>
     </message>
@@ -689,6 +884,21 @@
     <message>
         <location line="+1"/>
         <source> Frequency Selection Error</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+49"/>
+        <source>Select Data File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>Delimited files (*.csv *.txt *.tsv *.dat);;All files (*)</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>File Name Error</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -799,6 +1009,54 @@
     <message>
         <location line="-2"/>
         <source>The database lists no tables for this login.</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Orvane::fDetectColumns</name>
+    <message>
+        <location filename="../orvane/dialogs/fDetectColumns.cpp" line="+29"/>
+        <source>Detect Columns</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>These columns will be added:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+5"/>
+        <source>Name</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Type</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+4"/>
+        <source>These differ from the layout and are left as they are:</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+8"/>
+        <source>&amp;OK</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+3"/>
+        <source>&amp;Cancel</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+20"/>
+        <source>Time Stamp (moves)</source>
         <translation type="unfinished"></translation>
     </message>
 </context>

@@ -27,21 +27,7 @@
 <context>
     <name>Orvane::Studio::CommandLine</name>
     <message>
-        <location filename="../studio/app/CommandLine.cpp" line="+30"/>
-        <source>Orvane Studio: define External Data Sources for the performance-management client.
-
-Without a command it opens its window. The commands run without a window or a display:
-  list                       the data sources: name, type, entity
-  export NAME [FILE]         one data source as JSON, to FILE or to the standard output
-  export --all DIR           every data source, one NAME.json each, into DIR
-  import FILE... [--replace] create the data sources of the files, all or none; with
-                             --replace a data source of the same name is replaced
-Exit status: 0 success, 1 a problem with the command or the files (said on the standard
-error), 2 a database error.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+40"/>
+        <location filename="../studio/app/CommandLine.cpp" line="+76"/>
         <source>A SQLite file, postgresql://user@host:port/database (the password from PGPASSWORD or ~/.pgpass), or odbc:DSN (default: the demo database in the user&apos;s data folder).</source>
         <translation type="unfinished"></translation>
     </message>
@@ -71,8 +57,24 @@ error), 2 a database error.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+4"/>
-        <source>list, export or import, and its arguments.</source>
+        <location line="-53"/>
+        <source>Orvane Studio: define External Data Sources for the performance-management client.
+
+Without a command it opens its window. The commands run without a window or a display:
+  list                       the data sources: name, type, entity
+  export NAME [FILE]         one data source as JSON, to FILE or to the standard output
+  export --all DIR           every data source, one NAME.json each, into DIR
+  import FILE... [--replace] create the data sources of the files, all or none; with
+                             --replace a data source of the same name is replaced
+  check NAME [FILE]          an ASCII data source&apos;s columns against its data file (or
+                             FILE): each difference on a line
+Exit status: 0 success, 1 a problem with the command or the files (said on the standard
+error), 2 a database error, 3 the checked file differs from its definition.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+57"/>
+        <source>list, export, import or check, and its arguments.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
@@ -97,17 +99,18 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+15"/>
+        <location line="+17"/>
         <source>Usage: export NAME [FILE], or export --all DIR.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location line="+3"/>
+        <location line="+32"/>
         <source>There is no data source named &quot;%1&quot;.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+7"/>
+        <location line="-25"/>
         <location line="+14"/>
         <source>Cannot write %1.</source>
         <translation type="unfinished"></translation>
@@ -124,6 +127,21 @@ See --help.</source>
     </message>
     <message>
         <location line="+13"/>
+        <source>Usage: check NAME [FILE].</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
+        <source>check reads the files of ASCII data sources only.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+7"/>
+        <source>%1 matches its definition.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+6"/>
         <source>Usage: import FILE... [--replace].</source>
         <translation type="unfinished"></translation>
     </message>
@@ -307,12 +325,12 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::DocumentWindow</name>
     <message>
-        <location filename="../studio/app/DocumentWindow.cpp" line="+77"/>
+        <location filename="../studio/app/DocumentWindow.cpp" line="+83"/>
         <source>Entity: %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+73"/>
+        <location line="+124"/>
         <source>New %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -332,7 +350,28 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+59"/>
+        <location line="-83"/>
+        <source>Check &amp;File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+2"/>
+        <source>Compare the columns with the data file</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+21"/>
+        <source>The file matches the definition.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <location line="+3"/>
+        <source>Check File</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+115"/>
         <source>Save %1</source>
         <translation type="unfinished"></translation>
     </message>
@@ -717,12 +756,12 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+2"/>
+        <location line="+1"/>
         <source>Delete Data Source</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+10"/>
+        <location line="+11"/>
         <source>Export Data Source</source>
         <translation type="unfinished"></translation>
     </message>

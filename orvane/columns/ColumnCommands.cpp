@@ -49,6 +49,8 @@ void ColumnCommands::createToolbar(QWidget& owner) {
         {QStringLiteral("sep3"), separator, ColumnCommand::Add},
         {QStringLiteral("Left"), tr("Move column left."), ColumnCommand::Left},
         {QStringLiteral("Right"), tr("Move column right."), ColumnCommand::Right},
+        {QStringLiteral("sep6"), separator, ColumnCommand::Add},
+        {QStringLiteral("Detect"), tr("Detect the source's columns."), ColumnCommand::Detect},
     };
     for (const Button& button : buttons) {
         if (button.toolTip.isEmpty()) {
@@ -81,6 +83,8 @@ void ColumnCommands::createMenus(QWidget& owner) {
     add(m_columnsMenu, ColumnCommand::ColEdit, QStringLiteral("mnuColEdit"), tr("ReName"));
     add(m_columnsMenu, ColumnCommand::ColClear, QStringLiteral("mnuColClear"), tr("Clear"));
     addSeparator(m_columnsMenu, QStringLiteral("mnuSep3"));
+    add(m_columnsMenu, ColumnCommand::ColDetect, QStringLiteral("mnuColDetect"),
+        tr("Detect Columns"));
 
     m_keysMenu = new QMenu(tr("Keys"), &owner);
     m_keysMenu->setObjectName(QStringLiteral("mnuKeys"));

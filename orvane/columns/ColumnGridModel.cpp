@@ -75,6 +75,15 @@ void ColumnGridModel::Insert(qint32 gridColumn, ColumnPtr column) {
     endInsertColumns();
 }
 
+void ColumnGridModel::Append(const std::vector<ColumnPtr>& columns) {
+    if (columns.empty())
+        return;
+    const int first = ColumnCount();
+    beginInsertColumns(QModelIndex(), first, first + static_cast<int>(columns.size()) - 1);
+    m_shown.insert(m_shown.end(), columns.begin(), columns.end());
+    endInsertColumns();
+}
+
 void ColumnGridModel::Remove(qint32 gridColumn) {
     beginRemoveColumns(QModelIndex(), gridColumn - 1, gridColumn - 1);
     m_blankPositions.remove(m_shown[slot(gridColumn)].get());

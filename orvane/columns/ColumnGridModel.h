@@ -31,6 +31,8 @@ public:
     // The grid column that shows the column; 0 when it is not shown.
     qint32 GridColumnOf(const CDataSourcesColumn& column) const;
     void Insert(qint32 gridColumn, ColumnPtr column);
+    // Shows the columns after the last grid column, in one insertion.
+    void Append(const std::vector<ColumnPtr>& columns);
     void Remove(qint32 gridColumn);
     void Replace(qint32 gridColumn, ColumnPtr column);
     // The column's attributes changed: its cells are drawn anew.

@@ -6,8 +6,10 @@
 #include "orvane/columns/ColumnGridRows.h"
 #include "orvane/columns/ColumnNamePrompt.h"
 #include "orvane/columns/ColumnValidation.h"
+#include "orvane/dialogs/fDetectColumns.h"
 #include "orvane/dialogs/fFieldInfo.h"
 #include "orvane/dialogs/frmKeySelector.h"
+#include "orvane/host/BusyPointer.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IField.h"
@@ -17,6 +19,8 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
+#include "orvane/sources/ColumnDetector.h"
+#include "orvane/sources/DetectionPlan.h"
 #include "orvane/widgets/ErrorReport.h"
 #include "orvane/widgets/NoHostNotice.h"
 #include "orvane/widgets/TemplateUseCheck.h"
@@ -96,6 +100,7 @@ XDataSourcesColumn::XDataSourcesColumn(QWidget* parent)
                                                               QStringLiteral("col_name"));
     }
     refreshToolbar();
+    setDetectSource(nullptr);
     mOrvane::ShowWhenNoHost(*this);
 }
 
@@ -369,6 +374,9 @@ void XDataSourcesColumn::runCommand(ColumnCommand command) {
             return editField();
         case ColumnCommand::DeleteField:
             return deleteField();
+        case ColumnCommand::Detect:
+        case ColumnCommand::ColDetect:
+            return detectColumns();
         case ColumnCommand::KeysAdd:
             return addKeyField();
         case ColumnCommand::KeysEdit:
@@ -622,6 +630,73 @@ QString XDataSourcesColumn::askColumnName(const CDataSourcesColumn* renaming) {
     if (answer.gotName)
         emit xdscChange();
     return answer.name;
+}
+
+void XDataSourcesColumn::setDetectSource(DetectSource source) {
+    m_detectSource = std::move(source);
+    for (const ColumnCommand command : {ColumnCommand::Detect, ColumnCommand::ColDetect})
+        m_commands->Action(command)->setEnabled(m_detectSource != nullptr);
+}
+
+void XDataSourcesColumn::detectColumns() {
+    if (!m_detectSource)
+        return;
+    ColumnDetection detection;
+    {
+        BusyPointer busy;
+        detection = m_detectSource();
+    }
+    QString problem = detection.error;
+    if (problem.isEmpty() && detection.columns.isEmpty())
+        problem = tr("The source has no columns to detect.");
+    if (!problem.isEmpty()) {
+        HostRegistry::App().MsgBox(problem, MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation,
+                                   tr("Detect Columns"));
+        return;
+    }
+    DetectColumns(detection.columns);
+}
+
+bool XDataSourcesColumn::DetectColumns(const DetectedColumns& detected) {
+    const DetectionPlan plan = DetectionPlan::Make(*m_columns, detected, m_nameLengthLimit);
+    if (!plan.ChangesLayout()) {
+        const QString message = plan.differences.isEmpty()
+                                    ? tr("The layout already has every column of the source.")
+                                    : plan.differences.join(MsgBoxLineBreak);
+        HostRegistry::App().MsgBox(message, MsgBoxButtons::OKOnly, MsgBoxIcon::Information,
+                                   tr("Detect Columns"));
+        return false;
+    }
+    fDetectColumns dialog(plan, this);
+    if (HostRegistry::App().ShowModal(dialog) != QDialog::Accepted)
+        return false;
+    applyDetection(plan);
+    emit xdscChange();
+    return true;
+}
+
+void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
+    RedrawOff redraw(*this);
+    if (plan.timeStampPosition > 0) {
+        const ColumnPtr timeStamp = m_columns->TSColumn();
+        timeStamp->setPosition(plan.timeStampPosition);
+        timeStamp->setDirty(true);
+        if (m_grid->ColumnAt(1) == timeStamp)
+            m_grid->Refresh(1);
+    }
+    std::vector<ColumnPtr> added;
+    for (const DetectedColumn& column : plan.additions) {
+        const ColumnPtr model = m_columns->Add(column.name);
+        model->setColumn_Type(column.typeCode);
+        model->setPosition(column.position);
+        model->setColPosition(m_grid->ColumnCount() + static_cast<qint32>(added.size()) + 1);
+        added.push_back(model);
+    }
+    m_grid->Append(added);
+    for (qint32 column = m_grid->ColumnCount() - static_cast<qint32>(added.size()) + 1;
+         column <= m_grid->ColumnCount(); ++column)
+        fitWidth(column);
+    refreshToolbar();
 }
 
 void XDataSourcesColumn::addNewColumn(const QString& name, qint32 at) {

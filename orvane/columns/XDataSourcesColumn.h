@@ -2,9 +2,11 @@
 
 #include "orvane/columns/ColumnCommand.h"
 #include "orvane/columns/TextWidthCache.h"
+#include "orvane/sources/DetectedColumn.h"
 
 #include <QString>
 #include <QWidget>
+#include <functional>
 #include <memory>
 
 class QPoint;
@@ -16,6 +18,8 @@ class CDataSourcesColumn;
 class CDataSourcesColumns;
 class ColumnCommands;
 class ColumnGridModel;
+struct ColumnDetection;
+struct DetectionPlan;
 class IField;
 
 // The column layout editor: a toolbar above a grid in which each column of a data source is one
@@ -46,6 +50,15 @@ public:
     // Checks the layout; on the first problem tells the user, selects the cell to mend and
     // returns false.
     bool IsValid(const QString& sMsgBoxTitle);
+
+    // Where Detect Columns finds the source's columns: a file's header and sample, or a table's
+    // catalog. Without one the command is disabled.
+    using DetectSource = std::function<ColumnDetection()>;
+    void setDetectSource(DetectSource source);
+    // Proposes the columns to the user (through the host's ShowModal) and on OK appends those
+    // the layout lacks and moves the time stamp to the first date column, as one change. What
+    // differs from existing columns is shown and left alone. True when the layout changed.
+    bool DetectColumns(const DetectedColumns& detected);
 
 signals:
     // The user's action changed the collection.
@@ -95,6 +108,8 @@ private:
     void editKeyField();
     void addField();
     void editField();
+    void detectColumns();
+    void applyDetection(const DetectionPlan& plan);
 
     // Shared steps of the commands.
     // renaming is the column being renamed, null when adding one.
@@ -116,6 +131,7 @@ private:
     QTableView* fpsColumns = nullptr;
     ColumnGridModel* m_grid = nullptr;
     TextWidthCache m_textWidths;
+    DetectSource m_detectSource;
 
     QString m_appName;
     std::shared_ptr<CDataSourcesColumns> m_columns;

@@ -2,6 +2,8 @@
 
 #include "orvane/editors/FileNameEdit.h"
 #include "orvane/editors/FileNameValidator.h"
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IApplication.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
@@ -11,9 +13,13 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QDir>
+#include <QFileInfo>
 #include <QFormLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
 #include <QtGlobal>
@@ -69,10 +75,17 @@ void XDataSourcesGen::createControls() {
     createTimeSeriesBox(this);
     createFrequencyLabel(this);
     createFrequencyBox(this, QString());
+    // Created last, so the tab order of the settings stays as it was and Browse... follows it.
+    cmdBrowse = new QPushButton(tr("Browse..."), this);
+    cmdBrowse->setObjectName(QStringLiteral("cmdBrowse"));
+    cmdBrowse->setToolTip(tr("Choose the data file"));
 
     connect(txtDescription, &QLineEdit::textChanged, this, [this] { raiseChange(false); });
     // Only keystrokes count as edits of the file name, and they count even while Loading.
     connect(txtFile, &FileNameEdit::keyAccepted, this, [this] { emit dsgChange(false); });
+    connect(txtFile, &QLineEdit::textChanged, this, &XDataSourcesGen::sourceEdited);
+    connect(cboDelimeter, &QComboBox::currentIndexChanged, this, &XDataSourcesGen::sourceEdited);
+    connect(cmdBrowse, &QPushButton::clicked, this, &XDataSourcesGen::browseForFile);
     connect(cboDelimeter, &QComboBox::currentIndexChanged, this, [this] { raiseChange(false); });
 
     notifyTrimmedChanges(txtDescription, [this](const QString& v) { emit DescriptionChanged(v); });
@@ -208,16 +221,42 @@ bool XDataSourcesGen::timeStampRemovalRefused() {
     return !mayGo;
 }
 
+void XDataSourcesGen::browseForFile() {
+    const QString current = txtFile->text().trimmed();
+    const QString directory = current.isEmpty() ? QString() : QFileInfo(current).absolutePath();
+    const QString chosen = QDir::fromNativeSeparators(HostRegistry::App().GetOpenFileName(
+        tr("Select Data File"), directory,
+        tr("Delimited files (*.csv *.txt *.tsv *.dat);;All files (*)")));
+    if (chosen.isEmpty())
+        return;
+    // The same rule as for typed keys: a path with a forbidden character is not taken.
+    if (mOrvane::FileNameHasBadChar(chosen)) {
+        HostRegistry::App().MsgBox(
+            tr("A file name cannot include any of the following characters: ") +
+                mOrvane::InvalidFileChars,
+            MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr("File Name Error"));
+        return;
+    }
+    txtFile->setText(chosen);
+    emit dsgChange(false);
+}
+
 // Each caption stands above its box, as the boxes take the editor's whole width.
 void XDataSourcesGen::layoutControls() {
     auto* form = new QFormLayout;
     form->setRowWrapPolicy(QFormLayout::WrapAllRows);
     form->setFieldGrowthPolicy(QFormLayout::AllNonFixedFieldsGrow);
+    auto* fileRow = new QHBoxLayout;
+    fileRow->addWidget(txtFile, 1);
+    fileRow->addWidget(cmdBrowse);
     for (auto [label, input] : {std::pair<QLabel*, QWidget*>{lblDesc, txtDescription},
                                 {lblFile, txtFile},
                                 {lblDelimeter, cboDelimeter}}) {
         label->setBuddy(input);
-        form->addRow(label, input);
+        if (input == txtFile)
+            form->addRow(label, fileRow);
+        else
+            form->addRow(label, input);
     }
     cboDelimeter->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
     form->addRow(timeSeriesRow());

@@ -4,6 +4,8 @@
 
 #include <memory>
 
+class QPushButton;
+
 namespace Orvane {
 
 class CDataSourcesData;
@@ -44,6 +46,8 @@ signals:
     void DescriptionChanged(const QString& value);
     void Eds_FileChanged(const QString& value);
     void Eds_DelimeterChanged(const QString& value);
+    // The file name or the delimiter changed, by the user or not; for views of the file.
+    void sourceEdited();
 
 protected:
     void timeSeriesClicked(bool checked) override;
@@ -53,11 +57,14 @@ private:
     void fillDelimiters();
     void layoutControls();
     bool timeStampRemovalRefused();
+    // Lets the user pick the data file through the host; the path then counts as typed.
+    void browseForFile();
 
     QLabel* lblDesc = nullptr;
     QLineEdit* txtDescription = nullptr;
     QLabel* lblFile = nullptr;
     FileNameEdit* txtFile = nullptr;
+    QPushButton* cmdBrowse = nullptr;
     QLabel* lblDelimeter = nullptr;
     QComboBox* cboDelimeter = nullptr;
 

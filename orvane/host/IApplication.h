@@ -46,6 +46,10 @@ public:
     // The text entered; empty when the user cancelled.
     virtual QString InputBox(const QString& prompt, const QString& title,
                              const QString& defaultText = QString()) = 0;
+    // The path of an existing file the user chose to open; empty when the user cancelled.
+    // filter is in the usual form, "Text files (*.csv *.txt);;All files (*)".
+    virtual QString GetOpenFileName(const QString& title, const QString& directory,
+                                    const QString& filter) = 0;
     // Shows the dialog modally and returns its result code.
     virtual int ShowModal(QDialog& dialog) = 0;
     virtual void ShowHelp(const QString& helpContextName) = 0;

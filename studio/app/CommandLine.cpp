@@ -1,9 +1,13 @@
 #include "studio/app/CommandLine.h"
 
 #include "orvane/host/HostRegistry.h"
+#include "orvane/host/IDocumentType.h"
 #include "orvane/host/OrvaneError.h"
+#include "orvane/model/CDataSourcesData.h"
+#include "orvane/sources/DefinitionCheck.h"
 #include "studio/app/ConsoleApplication.h"
 #include "studio/app/DefinitionTransfer.h"
+#include "studio/app/StudioDocumentType.h"
 #include "studio/db/SqlQueryService.h"
 #include "studio/dictionary/DictionaryService.h"
 
@@ -25,7 +29,7 @@ struct Texts {
 };
 
 const QStringList Commands{QStringLiteral("list"), QStringLiteral("export"),
-                           QStringLiteral("import")};
+                           QStringLiteral("import"), QStringLiteral("check")};
 
 const char* const Description = QT_TRANSLATE_NOOP(
     "Orvane::Studio::CommandLine",
@@ -37,8 +41,10 @@ const char* const Description = QT_TRANSLATE_NOOP(
     "  export --all DIR           every data source, one NAME.json each, into DIR\n"
     "  import FILE... [--replace] create the data sources of the files, all or none; with\n"
     "                             --replace a data source of the same name is replaced\n"
+    "  check NAME [FILE]          an ASCII data source's columns against its data file (or\n"
+    "                             FILE): each difference on a line\n"
     "Exit status: 0 success, 1 a problem with the command or the files (said on the standard\n"
-    "error), 2 a database error.");
+    "error), 2 a database error, 3 the checked file differs from its definition.");
 
 void write(std::FILE* stream, const QString& text) {
     const QByteArray bytes = text.toUtf8() + '\n';
@@ -82,7 +88,7 @@ CommandLine::CommandLine(const QStringList& arguments)
     m_parser.setApplicationDescription(Texts::tr(Description));
     m_parser.addOptions({m_database, m_readOnly, m_open, m_all, m_replace, m_help});
     m_parser.addPositionalArgument(QStringLiteral("command"),
-                                   Texts::tr("list, export or import, and its arguments."),
+                                   Texts::tr("list, export, import or check, and its arguments."),
                                    QStringLiteral("[command [arguments...]]"));
     m_parsed = m_parser.parse(arguments);
     m_arguments = arguments.mid(1);
@@ -145,6 +151,8 @@ int CommandLine::runOn(DefinitionTransfer& transfer, const QString& command,
         return words.isEmpty() ? list(transfer) : userError(Texts::tr("list takes nothing."));
     if (command == QLatin1String("export"))
         return m_parser.isSet(m_all) ? exportAll(transfer, words) : exportOne(transfer, words);
+    if (command == QLatin1String("check"))
+        return check(transfer, words);
     return import(transfer, words);
 }
 
@@ -185,6 +193,25 @@ int CommandLine::exportAll(DefinitionTransfer& transfer, const QStringList& word
         write(stdout, path);
     }
     return Success;
+}
+
+int CommandLine::check(DefinitionTransfer& transfer, const QStringList& words) const {
+    if (words.isEmpty() || words.size() > 2)
+        return userError(Texts::tr("Usage: check NAME [FILE]."));
+    const auto summary = transfer.Find(words.first());
+    if (!summary)
+        return userError(Texts::tr("There is no data source named \"%1\".").arg(words.first()));
+    const auto document = transfer.Load(summary->id);
+    if (document->DocumentType()->TypeName() != StudioDocumentType::Ascii()->TypeName())
+        return userError(Texts::tr("check reads the files of ASCII data sources only."));
+    const QString file = words.size() == 2 ? words.at(1) : document->FileName();
+    const QStringList differences =
+        DefinitionCheck::Check(*document->Columns(), file, document->Delimeter());
+    for (const QString& difference : differences)
+        write(stdout, difference);
+    if (differences.isEmpty())
+        write(stdout, Texts::tr("%1 matches its definition.").arg(file));
+    return differences.isEmpty() ? Success : Differences;
 }
 
 int CommandLine::import(DefinitionTransfer& transfer, const QStringList& files) const {

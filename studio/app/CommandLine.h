@@ -9,10 +9,10 @@ namespace Orvane::Studio {
 class DefinitionTransfer;
 
 // The program's arguments: either the window's options, or one of the commands that run
-// without a window or a display (list, export, import) and end with an exit status.
+// without a window or a display (list, export, import, check) and end with an exit status.
 class CommandLine {
 public:
-    enum ExitStatus { Success = 0, UserError = 1, DatabaseError = 2 };
+    enum ExitStatus { Success = 0, UserError = 1, DatabaseError = 2, Differences = 3 };
 
     explicit CommandLine(const QStringList& arguments);
 
@@ -38,6 +38,7 @@ private:
     int exportOne(DefinitionTransfer& transfer, const QStringList& words) const;
     int exportAll(DefinitionTransfer& transfer, const QStringList& words) const;
     int import(DefinitionTransfer& transfer, const QStringList& files) const;
+    int check(DefinitionTransfer& transfer, const QStringList& words) const;
     int userError(const QString& message) const;
 
     QCommandLineParser m_parser;

@@ -5,8 +5,8 @@
 namespace Orvane::Studio {
 
 // The application object of the command line: no window, no display. A message goes to the
-// standard error stream and is answered with its safe choice (No, Cancel or OK); input boxes
-// and dialogs are cancelled.
+// standard error stream and is answered with its safe choice (No, Cancel or OK); input boxes,
+// file choices and dialogs are cancelled.
 class ConsoleApplication : public IApplication {
 public:
     bool EditPermission() const override { return true; }
@@ -17,6 +17,9 @@ public:
                         const QString& title,
                         MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
     QString InputBox(const QString&, const QString&, const QString& = QString()) override {
+        return QString();
+    }
+    QString GetOpenFileName(const QString&, const QString&, const QString&) override {
         return QString();
     }
     int ShowModal(QDialog&) override { return 0; }

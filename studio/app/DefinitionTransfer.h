@@ -43,6 +43,7 @@ public:
     // The data source of that name, any case; nothing when there is none.
     std::optional<DocumentSummary> Find(const QString& name);
     QByteArray Export(qint32 documentId);
+    std::shared_ptr<CDataSourcesData> Load(qint32 documentId) { return m_store.Load(documentId); }
     // Replacing removes the data source of the same name first, as Delete would.
     ImportOutcome Import(const QList<ImportInput>& inputs, bool replace);
     // A new data source under that name holding what the document holds, as an export and import

@@ -2,6 +2,7 @@
 
 #include "orvane/columns/XDataSourcesColumn.h"
 #include "orvane/editors/SettingsCopy.h"
+#include "orvane/editors/SourcePreview.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
@@ -12,6 +13,8 @@
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesColumnsState.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "orvane/sources/ColumnDetector.h"
+#include "orvane/sources/DefinitionCheck.h"
 #include "studio/app/DefinitionTransfer.h"
 #include "studio/app/DocumentStore.h"
 #include "studio/app/StoredTexts.h"
@@ -19,7 +22,10 @@
 #include "studio/db/SqlQueryService.h"
 #include "studio/db/TransactionScope.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
+#include <QSplitter>
 #include <QVBoxLayout>
 
 namespace Orvane::Studio {
@@ -88,6 +94,10 @@ void DocumentWindow::createEditors() {
     delete asciiEditor;
     delete odbcEditor;
     delete columnEditor;
+    delete splFile;
+    splFile = nullptr;
+    sourcePreview = nullptr;
+    cmdCheckFile = nullptr;
     asciiEditor = nullptr;
     odbcEditor = nullptr;
     if (m_type->IsOdbc())
@@ -96,14 +106,60 @@ void DocumentWindow::createEditors() {
         asciiEditor = new XDataSourcesGen(this);
     columnEditor = new XDataSourcesColumn(this);
     StoredTexts(m_database).LimitBoxes(*settingsEditor());
-    layout()->addWidget(settingsEditor());
-    layout()->addWidget(columnEditor);
-    // The entity label, the settings, then the grid, which takes the room left.
-    static_cast<QVBoxLayout*>(layout())->setStretch(2, 1);
+    auto* page = static_cast<QVBoxLayout*>(layout());
+    page->addWidget(settingsEditor());
+    if (asciiEditor) {
+        // The file's head and the grid share the room left; the user moves the line between.
+        splFile = new QSplitter(Qt::Vertical, this);
+        splFile->setObjectName(QStringLiteral("splFile"));
+        splFile->setChildrenCollapsible(false);
+        splFile->addWidget(createFileViews());
+        splFile->addWidget(columnEditor);
+        splFile->setStretchFactor(0, 1);
+        splFile->setStretchFactor(1, 2);
+        page->addWidget(splFile, 1);
+    } else {
+        page->addWidget(columnEditor, 1);
+    }
 
     connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
             &DocumentWindow::settingsChanged);
     connect(columnEditor, &XDataSourcesColumn::xdscChange, this, [this] { setModified(true); });
+}
+
+QWidget* DocumentWindow::createFileViews() {
+    auto* fileViews = new QWidget(this);
+    fileViews->setObjectName(QStringLiteral("fileViews"));
+    sourcePreview = new SourcePreview(fileViews);
+    cmdCheckFile = new QPushButton(tr("Check &File"), fileViews);
+    cmdCheckFile->setObjectName(QStringLiteral("cmdCheckFile"));
+    cmdCheckFile->setToolTip(tr("Compare the columns with the data file"));
+    connect(cmdCheckFile, &QPushButton::clicked, this, [this] { CheckFile(); });
+    auto* commands = new QVBoxLayout;
+    commands->addWidget(cmdCheckFile);
+    commands->addStretch(1);
+    auto* views = new QHBoxLayout(fileViews);
+    views->setContentsMargins(0, 0, 0, 0);
+    views->addWidget(sourcePreview, 1);
+    views->addLayout(commands);
+    columnEditor->setDetectSource([this] {
+        return ColumnDetector::Detect(asciiEditor->Eds_File(), asciiEditor->Eds_Delimeter());
+    });
+    return fileViews;
+}
+
+QStringList DocumentWindow::CheckFile() {
+    if (!asciiEditor)
+        return {};
+    const QStringList differences = DefinitionCheck::Check(
+        *columnEditor->Columns(), asciiEditor->Eds_File(), asciiEditor->Eds_Delimeter());
+    if (differences.isEmpty())
+        app().MsgBox(tr("The file matches the definition."), MsgBoxButtons::OKOnly,
+                     MsgBoxIcon::Information, tr("Check File"));
+    else
+        app().MsgBox(differences.join(MsgBoxLineBreak), MsgBoxButtons::OKOnly,
+                     MsgBoxIcon::Exclamation, tr("Check File"));
+    return differences;
 }
 
 void DocumentWindow::initializeSettings(bool isNew) {
@@ -115,6 +171,7 @@ void DocumentWindow::initializeSettings(bool isNew) {
         else
             asciiEditor->Initialize(doc.DocDescription(), doc.FileName(), doc.Delimeter(),
                                     doc.IsTimeSeries(), doc.FreqId());
+        sourcePreview->Follow(*asciiEditor);
         return;
     }
     if (isNew)

@@ -4,9 +4,12 @@
 #include <memory>
 
 class QLabel;
+class QPushButton;
+class QSplitter;
 
 namespace Orvane {
 class CDataSourcesData;
+class SourcePreview;
 class SourceSettingsEditor;
 class XDataSourcesColumn;
 class XDataSourcesGen;
@@ -41,6 +44,10 @@ public:
     // Asks to save a modified document; false when the user chose to stay.
     bool MayClose();
 
+    // Compares the columns on screen with the data file; tells the user the differences and
+    // returns them. ASCII sources only.
+    QStringList CheckFile();
+
     bool IsModified() const { return m_modified; }
     qint32 DocumentId() const;
     QString Title() const;
@@ -50,6 +57,11 @@ public:
     XDataSourcesGen* asciiEditor = nullptr;
     XDataSourcesODBC* odbcEditor = nullptr;
     XDataSourcesColumn* columnEditor = nullptr;
+    // Under the ASCII editor: the file's first records, and the command that checks the file.
+    SourcePreview* sourcePreview = nullptr;
+    QPushButton* cmdCheckFile = nullptr;
+    // The preview and the grid, one above the other.
+    QSplitter* splFile = nullptr;
     // The entity whose rows the data source describes: chosen once, shown above the settings.
     QLabel* lblEntity = nullptr;
 
@@ -64,6 +76,7 @@ private:
                    QWidget* parent);
     void showDocument(std::shared_ptr<CDataSourcesData> document, bool isNew);
     void createEditors();
+    QWidget* createFileViews();
     void initializeSettings(bool isNew);
     SourceSettingsEditor* settingsEditor() const;
     void settingsChanged(bool isTimeSeriesChange);

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QDialog>
+#include <QFileDialog>
 #include <QInputDialog>
 #include <QMessageBox>
 
@@ -108,6 +109,12 @@ QString StudioApplication::InputBox(const QString& prompt, const QString& title,
     const QString text =
         QInputDialog::getText(m_mainWindow, title, prompt, QLineEdit::Normal, defaultText, &ok);
     return ok ? text : QString();
+}
+
+QString StudioApplication::GetOpenFileName(const QString& title, const QString& directory,
+                                           const QString& filter) {
+    QWidget* owner = QApplication::activeModalWidget();
+    return QFileDialog::getOpenFileName(owner ? owner : m_mainWindow, title, directory, filter);
 }
 
 int StudioApplication::ShowModal(QDialog& dialog) {

@@ -26,6 +26,8 @@ public:
     MsgBoxResult MsgBox(const QString& prompt, MsgBoxButtons buttons, MsgBoxIcon icon,
                         const QString& title,
                         MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
+    QString GetOpenFileName(const QString& title, const QString& directory,
+                            const QString& filter) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
     int ShowModal(QDialog& dialog) override;

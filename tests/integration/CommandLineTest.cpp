@@ -123,4 +123,28 @@ TEST(CommandLineTest, ExportsAllImportsIntoAnotherDatabaseAndSaysHowItWent) {
     EXPECT_EQ(filesIn(again), filesIn(exported));
 }
 
+// The demo's "Cell Traffic Feed" against files made here: a fitting one, one with a renamed
+// column, and the commands that cannot check.
+TEST(CommandLineTest, CheckComparesADataSourceWithItsFile) {
+    QTemporaryDir folder;
+    const QString db = folder.filePath(QStringLiteral("check.db"));
+    const QString csv = folder.filePath(QStringLiteral("cells.csv"));
+    const auto check = [&](const QByteArray& header, const QString& name) {
+        QFile file(csv);
+        file.open(QIODevice::WriteOnly);
+        file.write(header + "\n2024-01-31 10:00,A1,3,north\n");
+        file.close();
+        return studio({"--database", db, "check", name, csv});
+    };
+    const ProgramRun fits = check("When,cell,HO_ATTEMPTS,COMMENT", "Cell Traffic Feed");
+    EXPECT_EQ(fits.status, 0) << fits.err.toStdString();
+    EXPECT_TRUE(fits.out.contains("matches its definition"));
+    const ProgramRun renamed = check("When,CELL,Attempts,COMMENT", "cell traffic feed");
+    EXPECT_EQ(renamed.status, 3);
+    EXPECT_EQ(renamed.out, "Column \"HO_ATTEMPTS\" is at position 3, where the file's header "
+                           "has \"Attempts\".\n");
+    EXPECT_EQ(check("x", "Trunk Group Export").status, 1);
+    EXPECT_EQ(check("x", "Nothing").status, 1);
+}
+
 } // namespace Orvane::Testing

@@ -892,6 +892,44 @@ TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
 }
 
 // Opening's own messages are tested with the query service; here the dialog that shows one.
+// A CSV with a header: Detect Columns lays it out, the saved document checks clean against the
+// file, and a column renamed in the file is named by the check.
+TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
+    QTemporaryDir dir;
+    const QString path = dir.filePath("cells.csv");
+    const auto writeCsv = [&path](const QByteArray& header) {
+        QFile file(path);
+        ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+        file.write(header + "\nA1,2024-01-01 10:00,3,0.5\nB2,2024-01-01 11:00,4,1.25\n");
+    };
+    writeCsv("Cell,When,Drops,Rate");
+    DocumentWindow* doc = newDocument(studio->actNewAscii, CellEntity);
+    ASSERT_TRUE(doc);
+    type(doc->asciiEditor->findChild<QLineEdit*>("txtFile"), path);
+    choose(doc->asciiEditor->findChild<QComboBox*>("cboDelimeter"), "comma");
+    expectDialog("fDetectColumns",
+                 [](QDialog& dialog) { dialog.findChild<QPushButton*>("cmdOk")->click(); });
+    command(*doc, "Detect")->trigger();
+    EXPECT_EQ(gridRow(*doc, Rows::Name), "Time Stamp|Cell|Drops|Rate");
+    EXPECT_EQ(gridRow(*doc, Rows::Type), "Date|String|Integer|Float");
+    EXPECT_EQ(gridRow(*doc, Rows::Position), "2|1|3|4");
+    selectColumn(*doc, 2);
+    pickKey(CellNameField, 1);
+    command(*doc, "Key")->trigger();
+    save("Detected cells");
+    ASSERT_FALSE(doc->IsModified()) << lastMessage().toStdString();
+
+    ASSERT_TRUE(closeCurrent());
+    doc = reopen("Detected cells");
+    ASSERT_TRUE(doc && doc->cmdCheckFile);
+    doc->cmdCheckFile->click();
+    EXPECT_EQ(lastMessage(), "The file matches the definition.");
+
+    writeCsv("Cell,When,Dropped,Rate");
+    EXPECT_EQ(doc->CheckFile(), QStringList{"Column \"Drops\" is at position 3, where the "
+                                            "file's header has \"Dropped\"."});
+}
+
 TEST(StudioStartUpTest, UnreachableDatabaseIsReportedAndAnotherOneCanBeNamed) {
     const QString unreachable = "postgresql://nobody@127.0.0.1:1/none";
     const QString reason = "Cannot open the PostgreSQL database \"none\" on 127.0.0.1:1.";

@@ -21,6 +21,15 @@ MsgBoxResult FakeApplication::MsgBox(const QString& prompt, MsgBoxButtons button
     return asks ? MsgBoxResult::Yes : MsgBoxResult::OK;
 }
 
+QString FakeApplication::GetOpenFileName(const QString& title, const QString&, const QString&) {
+    fileTitles << title;
+    if (fileAnswers.empty())
+        return QString();
+    QString answer = fileAnswers.front();
+    fileAnswers.pop_front();
+    return answer;
+}
+
 QString FakeApplication::InputBox(const QString& prompt, const QString& title,
                                   const QString& defaultText) {
     inputBoxes.append({prompt, title, defaultText});

@@ -39,7 +39,9 @@ public:
     // Handlers for modal shows, used in order; the last one stays for later shows.
     // Without any, a modal show returns Rejected at once.
     std::deque<std::function<int(QDialog&)>> modalHandlers;
-    QStringList modalShown; // the objectName of each dialog shown
+    QStringList fileTitles;          // the title of each file choice
+    std::deque<QString> fileAnswers; // when empty: "" (the user cancelled)
+    QStringList modalShown;          // the objectName of each dialog shown
     QStringList helpShown;
     int registeredForms = 0;
 
@@ -52,6 +54,8 @@ public:
                         MsgBoxDefaultButton defaultButton = MsgBoxDefaultButton::First) override;
     QString InputBox(const QString& prompt, const QString& title,
                      const QString& defaultText = QString()) override;
+    QString GetOpenFileName(const QString& title, const QString& directory,
+                            const QString& filter) override;
     int ShowModal(QDialog& dialog) override;
     void ShowHelp(const QString& helpContextName) override { helpShown << helpContextName; }
     void RegisterForm(IAppForm*) override { ++registeredForms; }

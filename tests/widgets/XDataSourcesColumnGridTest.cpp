@@ -20,7 +20,7 @@ TEST_F(ColumnGridTest, AnEmptyEditorShowsTheToolbarInOrderAndTheRowHeadingsAndOf
     for (const QAction* a : editor().findChild<QToolBar*>("tbColumns")->actions())
         keys << a->objectName();
     EXPECT_EQ(keys.join(' '), "sep1 Add Insert Delete sep2 ReName Clear sep4 Key DelKey sep5 "
-                              "Field DelField sep3 Left Right");
+                              "Field DelField sep3 Left Right sep6 Detect");
     QStringList headings;
     for (int row = 0; row < grid().model()->rowCount(); ++row)
         headings << grid().model()->headerData(row, Qt::Vertical).toString();

@@ -4,6 +4,8 @@
 #include "orvane/model/CDataSourcesData.h"
 #include "tests/widgets/SettingsEditorFixture.h"
 
+#include <QPushButton>
+
 namespace Orvane::Testing {
 namespace {
 
@@ -137,6 +139,20 @@ TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabels) {
     EXPECT_TRUE(file()->isEnabled());
     EXPECT_FALSE(frequency()->isEnabled()); // the frequency rule holds after Initialize
     EXPECT_EQ(frequency()->currentIndex(), -1);
+}
+
+TEST_F(XDataSourcesGenTest, BrowseTakesTheChosenPathAsTypedUnlessTheRuleForbidsIt) {
+    editor.InitializeDefaults();
+    auto* browse = child<QPushButton>(editor, "cmdBrowse");
+    app->fileAnswers = {"", "/data/day.csv", "/data/it's.csv"};
+    for (QString expected : {"", "/data/day.csv", "/data/day.csv"}) {
+        browse->click();
+        EXPECT_EQ(editor.Eds_File(), expected);
+    }
+    EXPECT_EQ(app->fileTitles.size(), 3);
+    EXPECT_EQ(changes.count(), 1);
+    ASSERT_EQ(app->msgBoxes.size(), 1);
+    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
 }
 
 } // namespace
