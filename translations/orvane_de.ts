@@ -951,12 +951,12 @@
     </message>
     <message>
         <location line="+2"/>
-        <location line="+145"/>
+        <location line="+167"/>
         <source>Test Connection</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-143"/>
+        <location line="-165"/>
         <source>Connect with this login and disconnect</source>
         <translation type="unfinished"></translation>
     </message>
@@ -986,12 +986,14 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+16"/>
+        <location line="+13"/>
+        <location line="+25"/>
         <source>This application cannot read the database&apos;s catalog.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+8"/>
+        <location line="-22"/>
+        <location line="+30"/>
         <source>Please enter %1</source>
         <translation type="unfinished"></translation>
     </message>

@@ -330,7 +330,7 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+124"/>
+        <location line="+125"/>
         <source>New %1</source>
         <translation type="unfinished"></translation>
     </message>

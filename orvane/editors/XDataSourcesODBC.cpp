@@ -201,6 +201,28 @@ QList<CatalogColumn> XDataSourcesODBC::TableColumns() {
     return columns;
 }
 
+ColumnDetection XDataSourcesODBC::TableDetection() const {
+    ColumnDetection detection;
+    if (!HostRegistry::HasSourceCatalog())
+        detection.error = tr("This application cannot read the database's catalog.");
+    else if (Server().isEmpty() || Table().isEmpty())
+        detection.error =
+            tr("Please enter %1")
+                .arg((Server().isEmpty() ? txtDB_Server : txtDB_Table)->objectName().mid(6));
+    if (!detection.error.isEmpty())
+        return detection;
+    try {
+        const QList<CatalogColumn> columns =
+            HostRegistry::SourceCatalog().Columns(login(), Table());
+        for (qint32 i = 0; i < columns.size(); ++i)
+            detection.columns.append({columns[i].name, columns[i].typeCode, i + 1});
+        detection.hasHeader = true;
+    } catch (const Error& failure) {
+        detection.error = failure.message();
+    }
+    return detection;
+}
+
 SourceLogin XDataSourcesODBC::login() const {
     return {Server(), Database(), UserId(), Password()};
 }

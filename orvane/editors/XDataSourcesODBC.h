@@ -2,6 +2,7 @@
 
 #include "orvane/editors/SourceSettingsEditor.h"
 #include "orvane/host/ISourceCatalog.h"
+#include "orvane/sources/ColumnDetector.h"
 
 #include <QList>
 
@@ -52,6 +53,9 @@ public:
     // columns from. Without a catalog, server or table, or when reading fails, the user is told
     // why and the list is empty.
     QList<CatalogColumn> TableColumns();
+    // The same columns as the grid's Detect Columns takes them, at positions 1..n in the
+    // catalog's order; the reason in its error when they cannot be read, for the command to show.
+    ColumnDetection TableDetection() const;
 
 signals:
     void ServerChanged(const QString& value);

@@ -120,6 +120,7 @@ void DocumentWindow::createEditors() {
         page->addWidget(splFile, 1);
     } else {
         page->addWidget(columnEditor, 1);
+        columnEditor->setDetectSource([this] { return odbcEditor->TableDetection(); });
     }
 
     connect(settingsEditor(), &SourceSettingsEditor::dsgChange, this,
