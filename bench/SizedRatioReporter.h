@@ -11,8 +11,9 @@
 // The usual console table, then for benchmarks run at several sizes ("name/size") each library
 // figure as a multiple of its anchor at every size, measured in the same run, and the growth
 // exponent k of both, time ~ size^k between the smallest and the largest size (1 is linear).
-// Ratios use real time, as RatioReporter does; exponents CPU time, which other work on a shared
-// machine disturbs less.
+// Ratios use real time, as RatioReporter does, with the ratio of CPU times beside them: other
+// work on a shared machine disturbs CPU time less, but it leaves out a database server's own
+// work. Exponents use CPU time.
 class SizedRatioReporter : public benchmark::ConsoleReporter {
 public:
     struct Ratio {
@@ -60,9 +61,10 @@ private:
         out << ratio.label << ':' << std::fixed << std::setprecision(2);
         for (const auto& [size, times] : measured->second) {
             const auto other = anchor->second.find(size);
-            if (other != anchor->second.end() && other->second.real > 0)
+            if (other != anchor->second.end() && other->second.real > 0 && other->second.cpu > 0)
                 out << "  " << static_cast<long long>(size) << ": "
-                    << times.real / other->second.real;
+                    << times.real / other->second.real << " (cpu " << times.cpu / other->second.cpu
+                    << ')';
         }
         out << "  growth exponent " << exponent(measured->second) << " (anchor "
             << exponent(anchor->second) << ")\n";
