@@ -1,5 +1,6 @@
 #include "studio/db/StatementShape.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace Orvane::Studio {
@@ -8,8 +9,9 @@ namespace {
 
 using Word = QLatin1StringView;
 
-// SQLite before 3.32 allows no more parameters in one statement.
-constexpr qsizetype MaxValues = 999;
+// A statement with more values, a long IN list, keeps its text: its shape seldom comes again,
+// and binding its values costs more than the database's reading of them.
+constexpr qsizetype MaxValues = 64;
 
 bool isComparisonOrAssignment(const SqlTokenList& tokens, qsizetype i) {
     for (const char* symbol : {"=", "<>", "!=", "^=", "<", ">", "<=", ">="}) {
@@ -47,7 +49,7 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
     }
     QList<qsizetype> open; // the parentheses around the current token
     qsizetype pieceStart = 0;
-    for (qsizetype i = 0; i < tokens.Count() && m_values.size() < MaxValues; ++i) {
+    for (qsizetype i = 0; i < tokens.Count(); ++i) {
         if (tokens.IsSymbol(i, Word("("))) {
             open.append(i);
         } else if (tokens.IsSymbol(i, Word(")"))) {
@@ -61,12 +63,12 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
     m_pieces << statement.mid(pieceStart);
     // A question mark or colon left in the text, even in a comment, may be taken for a
     // placeholder by the driver.
-    for (const QString& piece : std::as_const(m_pieces)) {
-        if (piece.contains(QLatin1Char('?')) || piece.contains(QLatin1Char(':'))) {
-            m_pieces = {statement};
-            m_values.clear();
-            return;
-        }
+    const auto marks = [](const QString& piece) {
+        return piece.contains(QLatin1Char('?')) || piece.contains(QLatin1Char(':'));
+    };
+    if (m_values.size() > MaxValues || std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks)) {
+        m_pieces = {statement};
+        m_values.clear();
     }
 }
 

@@ -15,7 +15,8 @@ namespace Orvane::Studio {
 // literal (0.5, 007, 1E3, a literal after DATE, ORDER BY 1) stays in the text.
 //
 // Only single SELECT, INSERT, UPDATE and DELETE statements are shaped; a statement that holds
-// placeholder syntax of its own (?, :name, $1) or a semicolon keeps all its literals.
+// placeholder syntax of its own (?, :name, $1), a semicolon, or more than 64 such literals keeps
+// all its literals.
 class StatementShape {
 public:
     // How number placeholders are written: bare, or cast to the type the database gives the
