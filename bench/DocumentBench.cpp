@@ -9,6 +9,7 @@
 // - Save: SaveData of a new document's columns, every fifth a key, in one transaction that
 //   commits, as the studio saves; the anchor runs the same sequence steps and inserts in one
 //   transaction. Both remove the rows they wrote while the clock is stopped.
+// - Ids: NextSequenceValue drawn 100 and 1,000 times, beside the sequence statement as text.
 // The last lines printed are the ratios at each size, with the growth of each figure.
 
 #include "orvane/host/HostRegistry.h"
@@ -132,6 +133,8 @@ private:
     void directLoad(benchmark::State& state);
     void librarySave(benchmark::State& state);
     void directSave(benchmark::State& state);
+    void librarySequence(benchmark::State& state);
+    void directSequence(benchmark::State& state);
 
     std::string m_label;
     QString m_direct;
@@ -360,6 +363,22 @@ void Bench::directSave(benchmark::State& state) {
     state.counters["statements"] = static_cast<double>(sized.saveSteps.size());
 }
 
+// The ids a save draws one by one: the library's kept query against the naive host's text.
+void Bench::librarySequence(benchmark::State& state) {
+    for (auto _ : state) {
+        for (int64_t i = 0; i < state.range(0); ++i)
+            benchmark::DoNotOptimize(m_db->NextSequenceValue(QStringLiteral("sq_eds_column")));
+    }
+}
+
+void Bench::directSequence(benchmark::State& state) {
+    replay(std::vector<Step>(1, Step{{}, QStringLiteral("sq_eds_column")}));
+    const std::vector<Step> steps(static_cast<std::size_t>(state.range(0)),
+                                  Step{{}, QStringLiteral("sq_eds_column")});
+    for (auto _ : state)
+        replay(steps);
+}
+
 void Bench::Register() {
     const std::pair<const char*, void (Bench::*)(benchmark::State&)> benchmarks[] = {
         {"/LibraryInitEdit", &Bench::libraryLoad},
@@ -374,6 +393,18 @@ void Bench::Register() {
         for (const int size : Sizes)
             registered->Arg(size);
         registered->Unit(benchmark::kMillisecond);
+    }
+    const std::pair<const char*, void (Bench::*)(benchmark::State&)> sequences[] = {
+        {"/LibraryNextSequenceValue", &Bench::librarySequence},
+        {"/DirectNextval", &Bench::directSequence},
+    };
+    for (const auto& [name, function] : sequences) {
+        benchmark::RegisterBenchmark(
+            (m_label + name).c_str(),
+            [this, function](benchmark::State& state) { (this->*function)(state); })
+            ->Arg(100)
+            ->Arg(1000)
+            ->Unit(benchmark::kMillisecond);
     }
 }
 
@@ -461,6 +492,8 @@ int main(int argc, char** argv) {
                           label + "/DirectLoadStatements"});
         ratios.push_back({"SaveData in one transaction / its statements as text, " + label,
                           label + "/LibrarySaveData", label + "/DirectSaveStatements"});
+        ratios.push_back({"ids drawn one by one / the sequence statement as text, by ids, " + label,
+                          label + "/LibraryNextSequenceValue", label + "/DirectNextval"});
     }
     SizedRatioReporter reporter(std::move(ratios));
     app.Run(reporter);
