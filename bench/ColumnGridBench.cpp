@@ -1,13 +1,13 @@
-// Filling the column layout editor with a 500-column document, beside a bare QTableWidget
-// filled with the same texts in the same way (one column count, redrawing off). The last line
-// printed is the ratio of the two.
+// Filling the column layout editor with a document of 50, 500, 2,000 and 10,000 columns, beside
+// a bare QTableWidget filled with the same texts in the same way (one column count, redrawing
+// off). The last line printed is the ratio of the two at each size, with their growth.
 
 #include "orvane/columns/XDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 
 #include "bench/QtBenchmarkApp.h"
-#include "bench/RatioReporter.h"
+#include "bench/SizedRatioReporter.h"
 #include <QTableView>
 #include <QTableWidget>
 #include <array>
@@ -21,7 +21,6 @@ namespace {
 using Orvane::CDataSourcesColumns;
 using Orvane::XDataSourcesColumn;
 
-constexpr int ColumnCount = 500;
 constexpr int RowCount = 6;
 using ColumnTexts = std::array<QString, RowCount>;
 
@@ -29,10 +28,10 @@ const char* const GridFill = "BM_ColumnGridFill";
 const char* const BareFill = "BM_BareTableFill";
 
 // A loaded document: every column stored, a type of each kind, every fifth one a key.
-std::shared_ptr<CDataSourcesColumns> document() {
+std::shared_ptr<CDataSourcesColumns> document(int columnCount) {
     static const char* const codes[] = {"I", "F", "S", "E", "D"};
     auto columns = std::make_shared<CDataSourcesColumns>();
-    for (int i = 1; i <= ColumnCount; ++i) {
+    for (int i = 1; i <= columnCount; ++i) {
         const auto column =
             columns->Add(QStringLiteral("Counter %1").arg(i, 3, 10, QLatin1Char('0')));
         column->setColumn_Id(i);
@@ -49,9 +48,9 @@ std::shared_ptr<CDataSourcesColumns> document() {
 }
 
 // The texts the editor shows for the document, read back from its grid.
-std::vector<ColumnTexts> shownTexts() {
+std::vector<ColumnTexts> shownTexts(int columnCount) {
     XDataSourcesColumn editor;
-    editor.InitEdit(document());
+    editor.InitEdit(document(columnCount));
     const auto* grid = editor.findChild<QTableView*>(QStringLiteral("fpsColumns"))->model();
     std::vector<ColumnTexts> texts(static_cast<std::size_t>(grid->columnCount()));
     for (int column = 0; column < grid->columnCount(); ++column) {
@@ -63,7 +62,7 @@ std::vector<ColumnTexts> shownTexts() {
 }
 
 void BM_ColumnGridFill(benchmark::State& state) {
-    const auto columns = document();
+    const auto columns = document(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
         auto editor = std::make_unique<XDataSourcesColumn>();
@@ -73,11 +72,11 @@ void BM_ColumnGridFill(benchmark::State& state) {
         editor.reset();
         state.ResumeTiming();
     }
-    state.counters["columns"] = ColumnCount;
+    state.counters["columns"] = static_cast<double>(state.range(0));
 }
 
 void BM_BareTableFill(benchmark::State& state) {
-    const std::vector<ColumnTexts> texts = shownTexts();
+    const std::vector<ColumnTexts> texts = shownTexts(static_cast<int>(state.range(0)));
     for (auto _ : state) {
         state.PauseTiming();
         auto table = std::make_unique<QTableWidget>(RowCount, 0);
@@ -97,8 +96,18 @@ void BM_BareTableFill(benchmark::State& state) {
     state.counters["columns"] = static_cast<double>(texts.size());
 }
 
-BENCHMARK(BM_ColumnGridFill)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_BareTableFill)->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_ColumnGridFill)
+    ->Arg(50)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK(BM_BareTableFill)
+    ->Arg(50)
+    ->Arg(500)
+    ->Arg(2000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond);
 
 } // namespace
 
@@ -106,8 +115,7 @@ int main(int argc, char** argv) {
     QtBenchmarkApp app(argc, argv);
     if (!app.Ready())
         return 1;
-    RatioReporter reporter(
-        {{"column grid fill / bare QTableWidget fill (" + std::to_string(ColumnCount) + " columns)",
-          GridFill, BareFill}});
+    SizedRatioReporter reporter(
+        {{"column grid fill / bare QTableWidget fill, by columns", GridFill, BareFill}});
     return app.Run(reporter);
 }

@@ -1,13 +1,16 @@
-// Loading and saving a 500-column ASCII document through the library on the studio's SQLite
-// database, each beside the same statements executed directly through Qt Sql in the same run.
+// Loading and saving documents of 50, 500, 2,000 and 10,000 columns through the library on the
+// studio's SQLite database, and on PostgreSQL when ORVANE_TEST_PG names a server (as
+// scripts/postgres-test-server exports it), each beside the same statements run as plain text
+// through Qt Sql in the same run, as a naive host would run them.
 //
 // - Load: CDataSourcesData::InitEdit of a stored document whose every column is mapped to a
 //   dictionary field and every fifth is a key; the anchor runs the statements InitEdit sends (the
 //   column query, the one batch field lookup, the settings query) and reads every value.
-// - Save: SaveData of a new document's 500 columns, every fifth a key, in one transaction that
+// - Save: SaveData of a new document's columns, every fifth a key, in one transaction that
 //   commits, as the studio saves; the anchor runs the same sequence steps and inserts in one
 //   transaction. Both remove the rows they wrote while the clock is stopped.
-// The last lines printed are the ratios.
+// - Ids: NextSequenceValue drawn 100 and 1,000 times, beside the sequence statement as text.
+// The last lines printed are the ratios at each size, with the growth of each figure.
 
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IRecordset.h"
@@ -23,14 +26,17 @@
 #include "studio/widgets/StudioWidgetFactory.h"
 
 #include "bench/QtBenchmarkApp.h"
-#include "bench/RatioReporter.h"
+#include "bench/SizedRatioReporter.h"
+#include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTemporaryDir>
+#include <QUrl>
 
 #include <benchmark/benchmark.h>
+#include <map>
 #include <stdexcept>
 
 namespace {
@@ -38,11 +44,11 @@ namespace {
 using namespace Orvane;
 using Studio::SqlQueryService;
 
-constexpr int ColumnCount = 500;
+constexpr int Sizes[] = {50, 500, 2000, 10000};
 constexpr int KeyEvery = 5;
-// Far above what the sequences hand out while the benchmarks run.
+// Far above what the sequences hand out while the benchmarks run; each size has its own range.
 constexpr int FirstBenchId = 50000000;
-const QString DirectConnection = QStringLiteral("document_bench_direct");
+constexpr int IdsPerSize = 100000;
 
 // One step of a recorded save: a statement, or the next value of a sequence.
 struct Step {
@@ -91,41 +97,102 @@ private:
     SqlQueryService& m_inner;
 };
 
-// The studio's services on a fresh SQLite file, and a bare Qt Sql connection to the same file.
-struct Bench {
-    QTemporaryDir folder;
-    std::shared_ptr<SqlQueryService> db;
-    std::shared_ptr<Studio::DictionaryService> dictionary;
-    std::unique_ptr<Studio::DocumentStore> store;
-    std::shared_ptr<Studio::StudioDocumentType> type = Studio::StudioDocumentType::Ascii();
+// One document to load and one to save, of one size, with what the library sends for them.
+struct Sized {
     qint32 loadDocument = 0;
     qint32 saveDocument = 0;
     // The host's row of the document to load, read once: the host has it before InitEdit.
     std::shared_ptr<IRecordset> loadRow;
     std::vector<Step> loadSteps;
     std::vector<Step> saveSteps;
-
-    Bench();
-    ~Bench();
-    QSqlDatabase direct() const { return QSqlDatabase::database(DirectConnection); }
-    void install(std::shared_ptr<IQueryService> query);
 };
 
-Bench* bench = nullptr;
+// The studio's services on one database, and a bare Qt Sql connection to the same database.
+class Bench {
+public:
+    Bench(std::string label, const QString& connection, QSqlDatabase direct);
+    ~Bench();
 
-QSqlQuery run(const QString& statement, const QVariantList& values = {}) {
-    QSqlQuery query(bench->direct());
+    const std::string& Label() const { return m_label; }
+    void Register();
+
+private:
+    QSqlQuery run(const QString& statement, const QVariantList& values = {});
+    void insertDocumentRow(qint32 id, const QString& name);
+    void storeLoadDocument(qint32 id, int columnCount, int firstKey);
+    std::unique_ptr<CDataSourcesData> newDocument(qint32 id, int columnCount);
+    void removeColumns(qint32 id);
+    void loadDocument(const Sized& sized, int columnCount);
+    void saveDocument(CDataSourcesData& document);
+    void install(std::shared_ptr<IQueryService> query);
+    void recordSteps(Sized& sized, int columnCount);
+    void readAll(QSqlQuery& query);
+    void replay(const std::vector<Step>& steps);
+
+    void libraryLoad(benchmark::State& state);
+    void directLoad(benchmark::State& state);
+    void librarySave(benchmark::State& state);
+    void directSave(benchmark::State& state);
+    void librarySequence(benchmark::State& state);
+    void directSequence(benchmark::State& state);
+
+    std::string m_label;
+    QString m_direct;
+    std::shared_ptr<SqlQueryService> m_db;
+    std::shared_ptr<Studio::DictionaryService> m_dictionary;
+    std::unique_ptr<Studio::DocumentStore> m_store;
+    std::shared_ptr<Studio::StudioDocumentType> m_type = Studio::StudioDocumentType::Ascii();
+    std::map<int, Sized> m_sized;
+};
+
+Bench::Bench(std::string label, const QString& connection, QSqlDatabase direct)
+    : m_label(std::move(label))
+    , m_direct(direct.connectionName()) {
+    m_db = std::make_shared<SqlQueryService>(connection);
+    m_dictionary = std::make_shared<Studio::DictionaryService>(*m_db);
+    m_store = std::make_unique<Studio::DocumentStore>(*m_db);
+    if (!direct.open())
+        throw std::runtime_error(direct.lastError().text().toStdString());
+    int firstKey = FirstBenchId;
+    for (const int size : Sizes) {
+        Sized& sized = m_sized[size];
+        sized.loadDocument = m_store->NewId();
+        sized.saveDocument = m_store->NewId();
+        direct.transaction();
+        storeLoadDocument(sized.loadDocument, size, firstKey);
+        insertDocumentRow(sized.saveDocument, QStringLiteral("Bench Save %1").arg(size));
+        direct.commit();
+        firstKey += IdsPerSize;
+        sized.loadRow = m_store->Row(sized.loadDocument);
+        recordSteps(sized, size);
+    }
+}
+
+Bench::~Bench() {
+    HostRegistry::Uninstall();
+    QSqlDatabase::database(m_direct).close();
+    QSqlDatabase::removeDatabase(m_direct);
+}
+
+// The setup binds its values; the anchors run their statements as text.
+QSqlQuery Bench::run(const QString& statement, const QVariantList& values) {
+    QSqlQuery query(QSqlDatabase::database(m_direct));
     query.setForwardOnly(true);
-    if (!query.prepare(statement))
-        throw std::runtime_error(query.lastError().text().toStdString());
-    for (const QVariant& value : values)
-        query.addBindValue(value);
-    if (!query.exec())
-        throw std::runtime_error(query.lastError().text().toStdString());
+    bool ok = false;
+    if (values.isEmpty()) {
+        ok = query.exec(statement);
+    } else if (query.prepare(statement)) {
+        for (const QVariant& value : values)
+            query.addBindValue(value);
+        ok = query.exec();
+    }
+    if (!ok)
+        throw std::runtime_error(query.lastError().text().toStdString() +
+                                 "\nStatement: " + statement.toStdString());
     return query;
 }
 
-void insertDocumentRow(qint32 id, const QString& name) {
+void Bench::insertDocumentRow(qint32 id, const QString& name) {
     run(QStringLiteral("INSERT INTO eds_document (id, name, eds_type, entity_id, is_time_series, "
                        "doc_type) VALUES (?, ?, 'A', 7, 'N', 'ASCII Data Source')"),
         {id, name});
@@ -134,24 +201,24 @@ void insertDocumentRow(qint32 id, const QString& name) {
         {id});
 }
 
-// 500 columns, each mapped to a field of its own, every fifth a key on Cell_Name or CI.
-void storeLoadDocument(qint32 id) {
-    insertDocumentRow(id, QStringLiteral("Bench Load"));
-    for (int i = 1; i <= ColumnCount; ++i) {
-        const qint32 key = FirstBenchId + i;
+// Each column mapped to a field of its own, every fifth a key on Cell_Name or CI.
+void Bench::storeLoadDocument(qint32 id, int columnCount, int firstKey) {
+    insertDocumentRow(id, QStringLiteral("Bench Load %1").arg(columnCount));
+    for (int i = 1; i <= columnCount; ++i) {
+        const qint32 key = firstKey + i;
         run(QStringLiteral("INSERT INTO qvd_field_def (field_id, field_desc, field_aggregator, "
                            "datatype, field_group_id, technologies) VALUES (?, ?, 1, 'I', 3, "
                            "'GSM, LTE')"),
-            {key, QStringLiteral("Bench counter %1").arg(i)});
+            {key, QStringLiteral("Bench counter %1").arg(key)});
         run(QStringLiteral("INSERT INTO qvd_dict_name (field_id, entity_id, name, report_header, "
                            "report_header2) VALUES (?, 7, ?, 'Bench', ?)"),
-            {key, QStringLiteral("Bench_%1").arg(i, 3, 10, QLatin1Char('0')), i});
+            {key, QStringLiteral("Bench_%1").arg(key), QString::number(i)});
         run(QStringLiteral("INSERT INTO qvd_field_tech (field_id, tech_id) VALUES (?, 1)"), {key});
         run(QStringLiteral("INSERT INTO qvd_field_tech (field_id, tech_id) VALUES (?, 3)"), {key});
         run(QStringLiteral("INSERT INTO eds_column (col_id, eds_id, col_name, col_type, "
                            "col_position, is_timestamp, editor_position) VALUES "
                            "(?, ?, ?, 'I', ?, 'N', ?)"),
-            {key, id, QStringLiteral("C%1").arg(i, 3, 10, QLatin1Char('0')), i, i});
+            {key, id, QStringLiteral("C%1").arg(i, 5, 10, QLatin1Char('0')), i, i});
         run(QStringLiteral("INSERT INTO qvd_eds_def (eds_id, col_id, field_id) VALUES (?, ?, ?)"),
             {id, key, key});
         if (i % KeyEvery == 0)
@@ -160,15 +227,15 @@ void storeLoadDocument(qint32 id) {
     }
 }
 
-std::unique_ptr<CDataSourcesData> newDocument(qint32 id) {
+std::unique_ptr<CDataSourcesData> Bench::newDocument(qint32 id, int columnCount) {
     auto document = std::make_unique<CDataSourcesData>();
     document->setDocId(id);
     document->setIsNew(true);
-    document->setEntity(bench->dictionary->EntityById(7));
+    document->setEntity(m_dictionary->EntityById(7));
     CDataSourcesColumns& columns = *document->Columns();
     columns.setEntity(document->Entity());
-    for (int i = 1; i <= ColumnCount; ++i) {
-        const auto column = columns.Add(QStringLiteral("N%1").arg(i, 3, 10, QLatin1Char('0')));
+    for (int i = 1; i <= columnCount; ++i) {
+        const auto column = columns.Add(QStringLiteral("N%1").arg(i, 5, 10, QLatin1Char('0')));
         column->setColumn_Type(QStringLiteral("Integer"));
         column->setPosition(i);
         column->setColPosition(i);
@@ -180,74 +247,49 @@ std::unique_ptr<CDataSourcesData> newDocument(qint32 id) {
     return document;
 }
 
-void removeColumns(qint32 id) {
+void Bench::removeColumns(qint32 id) {
     run(QStringLiteral("DELETE FROM eds_primarykey WHERE eds_id = ?"), {id});
     run(QStringLiteral("DELETE FROM eds_column WHERE eds_id = ?"), {id});
 }
 
-void loadDocument() {
+void Bench::loadDocument(const Sized& sized, int columnCount) {
     CDataSourcesData document;
-    document.InitEdit(*bench->loadRow, bench->type);
-    if (document.Columns()->Count() != ColumnCount)
+    document.InitEdit(*sized.loadRow, m_type);
+    if (document.Columns()->Count() != columnCount)
         throw std::runtime_error("the benchmark document did not load whole");
 }
 
-void saveDocument(CDataSourcesData& document) {
-    Studio::TransactionScope transaction(*bench->db);
+void Bench::saveDocument(CDataSourcesData& document) {
+    Studio::TransactionScope transaction(*m_db);
     document.SaveData();
     transaction.Commit();
 }
 
-Bench::Bench() {
-    db = std::make_shared<SqlQueryService>(folder.filePath(QStringLiteral("bench.db")));
-    dictionary = std::make_shared<Studio::DictionaryService>(*db);
-    store = std::make_unique<Studio::DocumentStore>(*db);
-    QSqlDatabase connection =
-        QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), DirectConnection);
-    connection.setDatabaseName(folder.filePath(QStringLiteral("bench.db")));
-    if (!connection.open())
-        throw std::runtime_error(connection.lastError().text().toStdString());
-    run(QStringLiteral("PRAGMA foreign_keys = ON"));
-    loadDocument = store->NewId();
-    saveDocument = store->NewId();
-    connection.transaction();
-    storeLoadDocument(loadDocument);
-    insertDocumentRow(saveDocument, QStringLiteral("Bench Save"));
-    connection.commit();
-    loadRow = store->Row(loadDocument);
-}
-
-Bench::~Bench() {
-    HostRegistry::Uninstall();
-    QSqlDatabase::database(DirectConnection).close();
-    QSqlDatabase::removeDatabase(DirectConnection);
-}
-
 void Bench::install(std::shared_ptr<IQueryService> query) {
-    HostRegistry::Install({std::move(query), dictionary,
+    HostRegistry::Install({std::move(query), m_dictionary,
                            std::make_shared<Studio::StudioApplication>(),
-                           std::make_shared<Studio::StudioWidgetFactory>(dictionary)});
+                           std::make_shared<Studio::StudioWidgetFactory>(m_dictionary)});
 }
 
 // What the library sends for one load and one save, recorded once; the dictionary reads
 // through the recorder too, so that its batch lookup is among the load's statements.
-void recordSteps() {
-    auto recorder = std::make_shared<Recorder>(*bench->db);
-    const auto dictionary = bench->dictionary;
-    bench->dictionary = std::make_shared<Studio::DictionaryService>(*recorder);
-    bench->install(recorder);
-    loadDocument();
-    bench->loadSteps = std::move(recorder->steps);
-    const auto document = newDocument(bench->saveDocument);
+void Bench::recordSteps(Sized& sized, int columnCount) {
+    auto recorder = std::make_shared<Recorder>(*m_db);
+    const auto dictionary = m_dictionary;
+    m_dictionary = std::make_shared<Studio::DictionaryService>(*recorder);
+    install(recorder);
+    loadDocument(sized, columnCount);
+    sized.loadSteps = std::move(recorder->steps);
+    const auto document = newDocument(sized.saveDocument, columnCount);
     recorder->steps.clear();
     saveDocument(*document);
-    bench->saveSteps = std::move(recorder->steps);
-    removeColumns(bench->saveDocument);
-    bench->dictionary = dictionary;
-    bench->install(bench->db);
+    sized.saveSteps = std::move(recorder->steps);
+    removeColumns(sized.saveDocument);
+    m_dictionary = dictionary;
+    install(m_db);
 }
 
-void readAll(QSqlQuery& query) {
+void Bench::readAll(QSqlQuery& query) {
     const int fields = query.record().count();
     while (query.next()) {
         for (int i = 0; i < fields; ++i)
@@ -255,13 +297,16 @@ void readAll(QSqlQuery& query) {
     }
 }
 
-void replay(const std::vector<Step>& steps) {
+void Bench::replay(const std::vector<Step>& steps) {
+    const bool postgres = m_db->Backend() == Studio::SqlBackend::PostgreSQL;
     for (const Step& step : steps) {
         if (!step.sequence.isEmpty()) {
-            QSqlQuery next = run(QStringLiteral("UPDATE sequence_counter SET next_value = "
-                                                "next_value + 1 WHERE sequence_name = ? "
-                                                "RETURNING next_value - 1"),
-                                 {step.sequence});
+            QSqlQuery next = postgres
+                                 ? run(QStringLiteral("SELECT nextval('%1')").arg(step.sequence))
+                                 : run(QStringLiteral("UPDATE sequence_counter SET next_value = "
+                                                      "next_value + 1 WHERE sequence_name = ? "
+                                                      "RETURNING next_value - 1"),
+                                       {step.sequence});
             next.next();
             benchmark::DoNotOptimize(next.value(0));
             continue;
@@ -272,70 +317,149 @@ void replay(const std::vector<Step>& steps) {
     }
 }
 
-const char* const LibraryLoad = "BM_LibraryInitEdit";
-const char* const DirectLoad = "BM_DirectLoadStatements";
-const char* const LibrarySave = "BM_LibrarySaveData";
-const char* const DirectSave = "BM_DirectSaveStatements";
-
-void BM_LibraryInitEdit(benchmark::State& state) {
+void Bench::libraryLoad(benchmark::State& state) {
+    const int size = static_cast<int>(state.range(0));
+    install(m_db);
     for (auto _ : state)
-        loadDocument();
-    state.counters["columns"] = ColumnCount;
+        loadDocument(m_sized[size], size);
+    state.counters["columns"] = size;
 }
 
-void BM_DirectLoadStatements(benchmark::State& state) {
+void Bench::directLoad(benchmark::State& state) {
+    const Sized& sized = m_sized[static_cast<int>(state.range(0))];
     for (auto _ : state)
-        replay(bench->loadSteps);
-    state.counters["statements"] = static_cast<double>(bench->loadSteps.size());
+        replay(sized.loadSteps);
+    state.counters["statements"] = static_cast<double>(sized.loadSteps.size());
 }
 
-void BM_LibrarySaveData(benchmark::State& state) {
+void Bench::librarySave(benchmark::State& state) {
+    const int size = static_cast<int>(state.range(0));
+    const qint32 id = m_sized[size].saveDocument;
+    install(m_db);
     for (auto _ : state) {
         state.PauseTiming();
-        auto document = newDocument(bench->saveDocument);
+        auto document = newDocument(id, size);
         state.ResumeTiming();
         saveDocument(*document);
         state.PauseTiming();
         document.reset();
-        removeColumns(bench->saveDocument);
+        removeColumns(id);
         state.ResumeTiming();
     }
-    state.counters["columns"] = ColumnCount;
+    state.counters["columns"] = size;
 }
 
-void BM_DirectSaveStatements(benchmark::State& state) {
+void Bench::directSave(benchmark::State& state) {
+    const Sized& sized = m_sized[static_cast<int>(state.range(0))];
+    QSqlDatabase direct = QSqlDatabase::database(m_direct);
     for (auto _ : state) {
-        bench->direct().transaction();
-        replay(bench->saveSteps);
-        bench->direct().commit();
+        direct.transaction();
+        replay(sized.saveSteps);
+        direct.commit();
         state.PauseTiming();
-        removeColumns(bench->saveDocument);
+        removeColumns(sized.saveDocument);
         state.ResumeTiming();
     }
-    state.counters["statements"] = static_cast<double>(bench->saveSteps.size());
+    state.counters["statements"] = static_cast<double>(sized.saveSteps.size());
 }
 
-// What a save adds so that it sees another session's: checking and moving the change stamp, one
-// statement in the save's transaction.
-void BM_ChangeStampClaim(benchmark::State& state) {
-    // The stamp goes on counting over the runs the benchmark makes of this function.
-    static qint32 changeStamp = 0;
+// The ids a save draws one by one: the library's kept query against the naive host's text.
+void Bench::librarySequence(benchmark::State& state) {
     for (auto _ : state) {
-        state.PauseTiming();
-        Studio::TransactionScope transaction(*bench->db);
-        state.ResumeTiming();
-        bench->store->Claim(bench->saveDocument, changeStamp++);
-        state.PauseTiming();
-        transaction.Commit();
-        state.ResumeTiming();
+        for (int64_t i = 0; i < state.range(0); ++i)
+            benchmark::DoNotOptimize(m_db->NextSequenceValue(QStringLiteral("sq_eds_column")));
     }
 }
 
-BENCHMARK(BM_LibraryInitEdit)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_DirectLoadStatements)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_LibrarySaveData)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_DirectSaveStatements)->Unit(benchmark::kMillisecond);
-BENCHMARK(BM_ChangeStampClaim)->Unit(benchmark::kMicrosecond);
+void Bench::directSequence(benchmark::State& state) {
+    replay(std::vector<Step>(1, Step{{}, QStringLiteral("sq_eds_column")}));
+    const std::vector<Step> steps(static_cast<std::size_t>(state.range(0)),
+                                  Step{{}, QStringLiteral("sq_eds_column")});
+    for (auto _ : state)
+        replay(steps);
+}
+
+void Bench::Register() {
+    const std::pair<const char*, void (Bench::*)(benchmark::State&)> benchmarks[] = {
+        {"/LibraryInitEdit", &Bench::libraryLoad},
+        {"/DirectLoadStatements", &Bench::directLoad},
+        {"/LibrarySaveData", &Bench::librarySave},
+        {"/DirectSaveStatements", &Bench::directSave},
+    };
+    for (const auto& [name, function] : benchmarks) {
+        auto* registered = benchmark::RegisterBenchmark(
+            (m_label + name).c_str(),
+            [this, function](benchmark::State& state) { (this->*function)(state); });
+        for (const int size : Sizes)
+            registered->Arg(size);
+        registered->Unit(benchmark::kMillisecond);
+    }
+    const std::pair<const char*, void (Bench::*)(benchmark::State&)> sequences[] = {
+        {"/LibraryNextSequenceValue", &Bench::librarySequence},
+        {"/DirectNextval", &Bench::directSequence},
+    };
+    for (const auto& [name, function] : sequences) {
+        benchmark::RegisterBenchmark(
+            (m_label + name).c_str(),
+            [this, function](benchmark::State& state) { (this->*function)(state); })
+            ->Arg(100)
+            ->Arg(1000)
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
+QSqlDatabase directConnection(const QString& driver, const QString& name) {
+    return QSqlDatabase::addDatabase(driver, name);
+}
+
+// A database of its own on the test server, dropped at the end.
+class PostgresDatabase {
+public:
+    explicit PostgresDatabase(const QString& server)
+        : m_url(server)
+        , m_name(QStringLiteral("orvane_bench_%1").arg(QCoreApplication::applicationPid())) {
+        administer(QStringLiteral("DROP DATABASE IF EXISTS ") + m_name);
+        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+    }
+    ~PostgresDatabase() { administer(QStringLiteral("DROP DATABASE IF EXISTS ") + m_name); }
+
+    QString Connection() const {
+        QUrl url = m_url;
+        url.setPath(QLatin1Char('/') + m_name);
+        return url.toString();
+    }
+    QSqlDatabase Direct(const QString& connectionName) const {
+        QSqlDatabase database = connect(connectionName);
+        database.setDatabaseName(m_name);
+        return database;
+    }
+
+private:
+    QSqlDatabase connect(const QString& connectionName) const {
+        QSqlDatabase database = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), connectionName);
+        database.setHostName(m_url.host());
+        database.setPort(m_url.port(5432));
+        database.setUserName(m_url.userName());
+        database.setPassword(m_url.password());
+        return database;
+    }
+
+    void administer(const QString& statement) const {
+        const QString name = QStringLiteral("document_bench_admin");
+        {
+            QSqlDatabase database = connect(name);
+            database.setDatabaseName(m_url.path().mid(1));
+            if (!database.open() || !QSqlQuery(database).exec(statement))
+                throw std::runtime_error("cannot run on the PostgreSQL server: " +
+                                         statement.toStdString());
+            database.close();
+        }
+        QSqlDatabase::removeDatabase(name);
+    }
+
+    QUrl m_url;
+    QString m_name;
+};
 
 } // namespace
 
@@ -343,18 +467,36 @@ int main(int argc, char** argv) {
     QtBenchmarkApp app(argc, argv);
     if (!app.Ready())
         return 1;
-    {
-        Bench setUp;
-        bench = &setUp;
-        recordSteps();
-        RatioReporter reporter({
-            {"InitEdit of a 500-column document / its statements through Qt Sql", LibraryLoad,
-             DirectLoad},
-            {"SaveData of 500 new columns / its statements through Qt Sql", LibrarySave,
-             DirectSave},
-        });
-        app.Run(reporter);
-        bench = nullptr;
+    QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("bench.db"));
+    QSqlDatabase sqliteDirect =
+        directConnection(QStringLiteral("QSQLITE"), QStringLiteral("document_bench_sqlite"));
+    sqliteDirect.setDatabaseName(file);
+    std::vector<std::unique_ptr<Bench>> benches;
+    benches.push_back(std::make_unique<Bench>("SQLite", file, sqliteDirect));
+    QSqlQuery(sqliteDirect).exec(QStringLiteral("PRAGMA foreign_keys = ON"));
+
+    std::unique_ptr<PostgresDatabase> postgres;
+    const QString server = qEnvironmentVariable("ORVANE_TEST_PG");
+    if (!server.isEmpty()) {
+        postgres = std::make_unique<PostgresDatabase>(server);
+        benches.push_back(
+            std::make_unique<Bench>("PostgreSQL", postgres->Connection(),
+                                    postgres->Direct(QStringLiteral("document_bench_postgres"))));
     }
+    std::vector<SizedRatioReporter::Ratio> ratios;
+    for (const auto& bench : benches) {
+        bench->Register();
+        const std::string& label = bench->Label();
+        ratios.push_back({"InitEdit / its statements as text, " + label, label + "/LibraryInitEdit",
+                          label + "/DirectLoadStatements"});
+        ratios.push_back({"SaveData in one transaction / its statements as text, " + label,
+                          label + "/LibrarySaveData", label + "/DirectSaveStatements"});
+        ratios.push_back({"ids drawn one by one / the sequence statement as text, by ids, " + label,
+                          label + "/LibraryNextSequenceValue", label + "/DirectNextval"});
+    }
+    SizedRatioReporter reporter(std::move(ratios));
+    app.Run(reporter);
+    benches.clear();
     return 0;
 }

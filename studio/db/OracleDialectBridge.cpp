@@ -247,13 +247,17 @@ bool needsTranslation(const SqlTokenList& tokens) {
 } // namespace
 
 QString OracleDialectBridge::Translate(const QString& statement) {
+    return TranslatedTokens(statement).Statement();
+}
+
+SqlTokenList OracleDialectBridge::TranslatedTokens(const QString& statement) {
     try {
-        const SqlTokenList tokens(statement);
+        SqlTokenList tokens(statement);
         if (!needsTranslation(tokens))
-            return statement;
+            return tokens;
         if (!tokens.Balanced())
             throw Error(QStringLiteral("parentheses do not match"));
-        return Translator(tokens).Statements();
+        return SqlTokenList(Translator(tokens).Statements());
     } catch (const Error& error) {
         throw Error(QStringLiteral("Cannot translate this statement from the Oracle dialect: %1.\n"
                                    "Statement: %2")

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "studio/db/SqlTokenList.h"
+
 #include <QString>
 
 namespace Orvane::Studio {
@@ -23,6 +25,8 @@ namespace Orvane::Studio {
 class OracleDialectBridge {
 public:
     static QString Translate(const QString& statement);
+    // The translation cut into tokens: a statement that needs none is cut once.
+    static SqlTokenList TranslatedTokens(const QString& statement);
 };
 
 } // namespace Orvane::Studio

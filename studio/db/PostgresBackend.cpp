@@ -52,10 +52,15 @@ QString PostgresBackend::Translate(const QString& statement) const {
 
 qint32 PostgresBackend::NextSequenceValue(const QString& sequence) {
     RequirePlainName(sequence, QStringLiteral("sequence"));
-    QSqlQuery query = m_connection.Run(QStringLiteral("SELECT nextval(CAST(? AS regclass))"),
-                                       {sequence.toLower()});
+    // Kept prepared: a query prepared per call costs the server a PREPARE and a DEALLOCATE.
+    const QString name = sequence.toLower();
+    QSqlQuery& query =
+        m_connection.RunPrepared(QStringLiteral("SELECT nextval(CAST(? AS regclass))"), {name},
+                                 QStringLiteral("SELECT nextval('%1')").arg(name));
     query.next();
-    return SqlLiterals::AsLong(query.value(0));
+    const qint32 value = SqlLiterals::AsLong(query.value(0));
+    query.finish();
+    return value;
 }
 
 QVariant PostgresBackend::CallProcedure(const QString& procedure,

@@ -1,6 +1,7 @@
 #include "studio/db/SqlConnection.h"
 
 #include "orvane/host/OrvaneError.h"
+#include "studio/db/PreparedQueryCache.h"
 #include "studio/db/StatementRedaction.h"
 
 #include <QDir>
@@ -39,11 +40,22 @@ bool endsTheConnection(const QSqlError& error) {
            state.startsWith(QLatin1String("57P"));
 }
 
+// Enough for every shape of statement one save or load sends.
+constexpr qsizetype PreparedQueries = 64;
+
+bool changesSchema(const QString& statement) {
+    const QString start = statement.trimmed().left(6);
+    return start.compare(QLatin1String("CREATE"), Qt::CaseInsensitive) == 0 ||
+           start.compare(QLatin1String("ALTER "), Qt::CaseInsensitive) == 0 ||
+           start.left(5).compare(QLatin1String("DROP "), Qt::CaseInsensitive) == 0;
+}
+
 } // namespace
 
 SqlConnection::SqlConnection(ConnectionDescription description)
     : m_description(std::move(description))
-    , m_name(nextConnectionName()) {
+    , m_name(nextConnectionName())
+    , m_prepared(std::make_unique<PreparedQueryCache>(PreparedQueries)) {
     try {
         open();
     } catch (...) {
@@ -53,6 +65,7 @@ SqlConnection::SqlConnection(ConnectionDescription description)
 }
 
 SqlConnection::~SqlConnection() {
+    m_prepared->Clear();
     {
         QSqlDatabase database = Database();
         if (m_inTransaction)
@@ -96,6 +109,7 @@ void SqlConnection::open() {
 void SqlConnection::ReopenIfLost() {
     if (!m_lost || m_inTransaction)
         return;
+    m_prepared->Clear();
     QSqlDatabase database = Database();
     database.close();
     if (!database.open())
@@ -139,6 +153,8 @@ void SqlConnection::failOpening(const QString& reason) const {
 
 QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& values) {
     ReopenIfLost();
+    if (changesSchema(statement))
+        m_prepared->Clear();
     QSqlQuery query(Database());
     query.setForwardOnly(true);
     bool ok = false;
@@ -149,12 +165,33 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
             query.addBindValue(value);
         ok = query.exec();
     }
-    if (!ok) {
-        const StatementRedaction shown(statement);
-        throw Error(QStringLiteral("%1\nStatement: %2")
-                        .arg(shown.Hide(failureOf(query.lastError())), shown.Statement()));
-    }
+    if (!ok)
+        failStatement(query, statement);
     return query;
+}
+
+QSqlQuery& SqlConnection::RunPrepared(const QString& statement, const QVariantList& values,
+                                      const QString& shown) {
+    ReopenIfLost();
+    QSqlQuery* query = m_prepared->Find(statement);
+    if (!query) {
+        QSqlQuery prepared(Database());
+        prepared.setForwardOnly(true);
+        if (!prepared.prepare(statement))
+            failStatement(prepared, shown);
+        query = &m_prepared->Keep(statement, std::move(prepared));
+    }
+    for (qsizetype i = 0; i < values.size(); ++i)
+        query->bindValue(int(i), values[i]);
+    if (!query->exec())
+        failStatement(*query, shown);
+    return *query;
+}
+
+void SqlConnection::failStatement(const QSqlQuery& query, const QString& shown) {
+    const StatementRedaction redaction(shown);
+    throw Error(QStringLiteral("%1\nStatement: %2")
+                    .arg(redaction.Hide(failureOf(query.lastError())), redaction.Statement()));
 }
 
 // Notes a lost connection; a server that dropped it leaves later statements without a reason of

@@ -6,8 +6,11 @@
 #include <QSqlQuery>
 #include <QString>
 #include <QVariantList>
+#include <memory>
 
 namespace Orvane::Studio {
+
+class PreparedQueryCache;
 
 // One open Qt Sql connection. Everything that goes wrong is an Orvane::Error: opening names the
 // database and the reason (missing folder, missing driver, refused connection, bad password),
@@ -28,7 +31,13 @@ public:
     QSqlDatabase Database() const;
 
     // Runs one statement exactly as given; with values, they are bound to its placeholders.
+    // A statement that creates, alters or drops drops the prepared queries too.
     QSqlQuery Run(const QString& statement, const QVariantList& values = {});
+    // Runs a statement with values through a query prepared on its first run and kept, with
+    // the last used few, as long as the session; shown is the statement as failures name it.
+    // The query answered is the kept one: read it before the next statement.
+    QSqlQuery& RunPrepared(const QString& statement, const QVariantList& values,
+                           const QString& shown);
 
     void Begin();
     void Commit();
@@ -46,6 +55,7 @@ private:
     void checkSqlitePath() const;
     void prepareSession();
     QString failureOf(const QSqlError& error);
+    [[noreturn]] void failStatement(const QSqlQuery& query, const QString& shown);
     [[noreturn]] void failOpening(const QString& reason) const;
 
     ConnectionDescription m_description;
@@ -53,6 +63,7 @@ private:
     bool m_inTransaction = false;
     bool m_lost = false;
     int m_session = 0;
+    std::unique_ptr<PreparedQueryCache> m_prepared;
 };
 
 } // namespace Orvane::Studio

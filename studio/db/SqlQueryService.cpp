@@ -3,9 +3,11 @@
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/DatabaseBackend.h"
 #include "studio/db/DatabaseContents.h"
+#include "studio/db/OracleDialectBridge.h"
 #include "studio/db/SqlConnection.h"
 #include "studio/db/SqlLiterals.h"
 #include "studio/db/SqlRecordset.h"
+#include "studio/db/StatementShape.h"
 
 #include <QHash>
 
@@ -20,7 +22,27 @@ struct SqlQueryService::Private {
     std::unique_ptr<DatabaseBackend> backend;
     QHash<QString, QHash<QString, qint32>> catalog; // case-folded table -> its columns
     bool setUp = false;
+    QSqlQuery unprepared; // the last statement run as text
+
+    // The query that ran the statement; read it before the next.
+    QSqlQuery& run(const QString& statement);
 };
+
+// On SQLite and PostgreSQL the statement's literals are bound to a query prepared once per
+// shape, so that statements differing only in their values are compiled once.
+QSqlQuery& SqlQueryService::Private::run(const QString& statement) {
+    const SqlBackend kind = connection.Backend();
+    if (kind == SqlBackend::ODBC)
+        return unprepared = connection.Run(statement);
+    const SqlTokenList tokens = OracleDialectBridge::TranslatedTokens(statement);
+    const QString& sent = tokens.Statement();
+    const StatementShape shape(tokens);
+    if (!shape.HasValues())
+        return unprepared = connection.Run(sent);
+    const auto numbers = kind == SqlBackend::PostgreSQL ? StatementShape::Numbers::Cast
+                                                        : StatementShape::Numbers::Bare;
+    return connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
+}
 
 SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm,
                                  const SetUpConsent& askToSetUp)
@@ -76,14 +98,16 @@ SqlQueryService::~SqlQueryService() = default;
 std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statement,
                                                            qint32 timeoutSeconds) {
     d->backend->SetTimeout(timeoutSeconds);
-    QSqlQuery query = d->connection.Run(Translate(statement));
-    if (!query.isSelect())
-        return nullptr;
-    return std::make_shared<SqlRecordset>(query);
+    QSqlQuery& query = d->run(statement);
+    std::shared_ptr<SqlRecordset> recordset;
+    if (query.isSelect())
+        recordset = std::make_shared<SqlRecordset>(query);
+    query.finish();
+    return recordset;
 }
 
 void SqlQueryService::ExecuteStatement(const QString& statement) {
-    d->connection.Run(Translate(statement));
+    d->run(statement).finish();
 }
 
 qint32 SqlQueryService::ExecuteCounted(const QString& statement) {

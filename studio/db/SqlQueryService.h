@@ -25,8 +25,11 @@ namespace Orvane::Studio {
 // refused without Orvane's tables.
 //
 // The library's statements are in the Oracle dialect; on SQLite and PostgreSQL they pass through
-// OracleDialectBridge, over ODBC unchanged. Every failure is an Orvane::Error: a failing
-// statement carries the database's own message and the statement as sent.
+// OracleDialectBridge, over ODBC unchanged. On SQLite and PostgreSQL their literals are then
+// bound to a query prepared once per statement shape (see StatementShape) and kept by the
+// connection, so that statements differing only in their values are compiled once. Every
+// failure is an Orvane::Error: a failing statement carries the database's own message and the
+// statement as sent, its literals in place.
 //
 // A host wraps each save in one transaction:
 //     service.BeginTransaction();

@@ -28,6 +28,9 @@ public:
 
     SqlTokenKind Kind(qsizetype i) const { return m_tokens[i].kind; }
     QStringView Text(qsizetype i) const;
+    // Where token i starts in the statement, and where it ends (one past its last character).
+    qsizetype Begin(qsizetype i) const { return m_tokens[i].begin; }
+    qsizetype End(qsizetype i) const { return m_tokens[i].end; }
     // The blanks and comments between token i - 1 and token i.
     QStringView GapBefore(qsizetype i) const;
     // The blanks and comments after the last token.

@@ -34,10 +34,14 @@ qint32 SqliteBackend::NextSequenceValue(const QString& sequence) {
 
 qint32 SqliteBackend::NextValue(SqlConnection& connection, const QString& sequence) {
     RequirePlainName(sequence, QStringLiteral("sequence"));
-    QSqlQuery query =
-        connection.Run(QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
-                                      "WHERE sequence_name = ? RETURNING next_value - 1"),
-                       {sequence.toLower()});
+    const QString name = sequence.toLower();
+    QSqlQuery& query = connection.RunPrepared(
+        QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
+                       "WHERE sequence_name = ? RETURNING next_value - 1"),
+        {name},
+        QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
+                       "WHERE sequence_name = '%1' RETURNING next_value - 1")
+            .arg(name));
     if (!query.next())
         throw Error(QStringLiteral("The sequence %1 does not exist in %2.")
                         .arg(sequence, connection.Description().Shown()));

@@ -9,10 +9,12 @@ DictionaryEntity::DictionaryEntity(DictionaryService& dictionary, EntityRow row)
     , m_row(std::move(row)) {}
 
 // An entity that is gone from the dictionary keeps what it last knew of itself, without fields.
+// The fields are read when next asked for: a save reloads the entity, and most saves are not
+// followed by a look at its fields, which for a large entity is the save's largest read.
 void DictionaryEntity::Reload() {
     if (const std::optional<EntityRow> row = m_dictionary->EntityRowById(m_row.id))
         m_row = *row;
-    m_fields = m_dictionary->FieldsOfEntity(m_row.id);
+    m_fields.reset();
 }
 
 const QList<EntityField>& DictionaryEntity::Fields() {

@@ -11,8 +11,9 @@ namespace Orvane::Studio {
 class DictionaryService;
 
 // An entity of the studio's dictionary. It knows its fields (ids and names) from the first time
-// they are asked for; Reload() reads the entity and its fields again, so that fields a save
-// created or renamed are known. The dictionary service must outlive the entity's reads.
+// they are asked for; Reload() reads the entity again and has its fields read again when next
+// asked for, so that fields a save created or renamed are known. The dictionary service must
+// outlive the entity's reads.
 class DictionaryEntity : public IEntity {
 public:
     DictionaryEntity(DictionaryService& dictionary, EntityRow row);

@@ -1,11 +1,13 @@
-// Fuzzes the Oracle-dialect bridge and the literal formatting. Every input must be translated
-// or refused with Orvane::Error; a translation must hold no (+) and translate to itself again;
-// a literal must read back as the value it was made from. Anything else aborts.
+// Fuzzes the Oracle-dialect bridge, the statement shapes and the literal formatting. Every input
+// must be translated or refused with Orvane::Error; a translation must hold no (+) and translate
+// to itself again; a statement's shape with its values must render back to the statement; a
+// literal must read back as the value it was made from. Anything else aborts.
 
 #include "orvane/host/OrvaneError.h"
 #include "studio/db/OracleDialectBridge.h"
 #include "studio/db/SqlLiterals.h"
 #include "studio/db/SqlTokenList.h"
+#include "studio/db/StatementShape.h"
 
 #include <QDate>
 #include <QDateTime>
@@ -27,7 +29,22 @@ namespace {
     std::abort();
 }
 
+void checkShape(const QString& statement) {
+    try {
+        const StatementShape shape{SqlTokenList(statement)};
+        if (shape.Render() != statement)
+            fail("a shape does not render back to its statement", statement, shape.Render());
+        if (shape.HasValues() &&
+            shape.Text(StatementShape::Numbers::Bare).count(QLatin1Char('?')) !=
+                shape.Values().size())
+            fail("a shape has not one placeholder per value", statement,
+                 shape.Text(StatementShape::Numbers::Bare));
+    } catch (const Error&) {
+    }
+}
+
 void checkStatement(const QString& statement) {
+    checkShape(statement);
     QString translated;
     try {
         translated = OracleDialectBridge::Translate(statement);

@@ -201,4 +201,22 @@ TEST_P(SqlQueryServiceTest, ATransactionCommitsOrChangesNothing) {
     EXPECT_NO_THROW(db->RollbackTransaction());
 }
 
+// Statements that differ only in their values share one prepared query; each must answer as its
+// literal text does, and a table changed since must be read with its new columns.
+TEST_P(SqlQueryServiceTest, PreparedStatementsAnswerAsTheirLiteralText) {
+    db->ExecuteStatement("CREATE TABLE shape_t (id INTEGER, s VARCHAR(10), n BIGINT)");
+    db->ExecuteStatement("INSERT INTO shape_t (id, s, n) VALUES (1, '', 7)");
+    db->ExecuteStatement("INSERT INTO shape_t (id, s, n) VALUES (2, '007', 3000000000)");
+    db->ExecuteStatement("INSERT INTO shape_t (id, s, n) VALUES (3, NULL, 7)");
+    EXPECT_EQ(scalar("SELECT count(*) v FROM shape_t WHERE s = ''").toInt(), 1);
+    EXPECT_EQ(scalar("SELECT id v FROM shape_t WHERE s = '007'").toInt(), 2);
+    EXPECT_EQ(scalar("SELECT id v FROM shape_t WHERE n = '7' AND id = 1").toInt(), 1);
+    EXPECT_EQ(scalar("SELECT id v FROM shape_t WHERE n = 3000000000").toInt(), 2);
+    EXPECT_EQ(scalar("SELECT CASE WHEN id = 2 THEN 1 ELSE 0 END v FROM shape_t WHERE id = 2"), 1);
+
+    EXPECT_EQ(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 1")->Value("n").toInt(), 7);
+    db->ExecuteStatement("ALTER TABLE shape_t ADD COLUMN extra INTEGER");
+    EXPECT_TRUE(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 2")->Value("extra").isNull());
+}
+
 } // namespace Orvane::Testing

@@ -1,0 +1,83 @@
+#pragma once
+
+#include <benchmark/benchmark.h>
+
+#include <cmath>
+#include <iomanip>
+#include <map>
+#include <string>
+#include <vector>
+
+// The usual console table, then for benchmarks run at several sizes ("name/size") each library
+// figure as a multiple of its anchor at every size, measured in the same run, and the growth
+// exponent k of both, time ~ size^k between the smallest and the largest size (1 is linear).
+// Ratios use real time, as RatioReporter does, with the ratio of CPU times beside them: other
+// work on a shared machine disturbs CPU time less, but it leaves out a database server's own
+// work. Exponents use CPU time.
+class SizedRatioReporter : public benchmark::ConsoleReporter {
+public:
+    struct Ratio {
+        std::string label;
+        std::string measured; // benchmark names without the size
+        std::string anchor;
+    };
+
+    explicit SizedRatioReporter(std::vector<Ratio> ratios)
+        : ConsoleReporter(OO_Tabular)
+        , m_ratios(std::move(ratios)) {}
+
+    void ReportRuns(const std::vector<Run>& runs) override {
+        for (const Run& run : runs) {
+            const std::string name = run.benchmark_name();
+            const auto slash = name.rfind('/');
+            if (run.run_type != Run::RT_Iteration || slash == std::string::npos)
+                continue;
+            Times& times = m_times[name.substr(0, slash)][std::stod(name.substr(slash + 1))];
+            times.real = run.GetAdjustedRealTime();
+            times.cpu = run.GetAdjustedCPUTime();
+        }
+        ConsoleReporter::ReportRuns(runs);
+    }
+
+    void Finalize() override {
+        ConsoleReporter::Finalize();
+        for (const Ratio& ratio : m_ratios)
+            print(ratio);
+    }
+
+private:
+    struct Times {
+        double real = 0;
+        double cpu = 0;
+    };
+    using BySize = std::map<double, Times>;
+
+    void print(const Ratio& ratio) {
+        const auto measured = m_times.find(ratio.measured);
+        const auto anchor = m_times.find(ratio.anchor);
+        if (measured == m_times.end() || anchor == m_times.end())
+            return;
+        std::ostream& out = GetOutputStream();
+        out << ratio.label << ':' << std::fixed << std::setprecision(2);
+        for (const auto& [size, times] : measured->second) {
+            const auto other = anchor->second.find(size);
+            if (other != anchor->second.end() && other->second.real > 0 && other->second.cpu > 0)
+                out << "  " << static_cast<long long>(size) << ": "
+                    << times.real / other->second.real << " (cpu " << times.cpu / other->second.cpu
+                    << ')';
+        }
+        out << "  growth exponent " << exponent(measured->second) << " (anchor "
+            << exponent(anchor->second) << ")\n";
+    }
+
+    static double exponent(const BySize& times) {
+        if (times.size() < 2 || times.begin()->second.cpu <= 0)
+            return NAN;
+        const auto& [smallSize, small] = *times.begin();
+        const auto& [largeSize, large] = *times.rbegin();
+        return std::log(large.cpu / small.cpu) / std::log(largeSize / smallSize);
+    }
+
+    std::vector<Ratio> m_ratios;
+    std::map<std::string, BySize> m_times;
+};

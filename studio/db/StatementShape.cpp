@@ -1,0 +1,151 @@
+#include "studio/db/StatementShape.h"
+
+#include <algorithm>
+#include <limits>
+
+namespace Orvane::Studio {
+
+namespace {
+
+using Word = QLatin1StringView;
+
+// A statement with more values, a long IN list, keeps its text: its shape seldom comes again,
+// and binding its values costs more than the database's reading of them.
+constexpr qsizetype MaxValues = 64;
+
+bool isComparisonOrAssignment(const SqlTokenList& tokens, qsizetype i) {
+    for (const char* symbol : {"=", "<>", "!=", "^=", "<", ">", "<=", ">="}) {
+        if (tokens.IsSymbol(i, Word(symbol)))
+            return true;
+    }
+    return false;
+}
+
+// A literal that ends its operand: what follows cannot make it part of a larger expression.
+bool endsOperand(const SqlTokenList& tokens, qsizetype i) {
+    const qsizetype next = i + 1;
+    return next >= tokens.Count() || tokens.Kind(next) == SqlTokenKind::Word ||
+           tokens.IsSymbol(next, Word(",")) || tokens.IsSymbol(next, Word(")"));
+}
+
+bool isInt32(qlonglong value) {
+    return value >= std::numeric_limits<qint32>::min() &&
+           value <= std::numeric_limits<qint32>::max();
+}
+
+QString quoted(const QString& text) {
+    QString escaped = text;
+    escaped.replace(QLatin1Char('\''), QStringLiteral("''"));
+    return QLatin1Char('\'') + escaped + QLatin1Char('\'');
+}
+
+} // namespace
+
+StatementShape::StatementShape(const SqlTokenList& tokens) {
+    const QString& statement = tokens.Statement();
+    if (!shapeable(tokens)) {
+        m_pieces << statement;
+        return;
+    }
+    QList<qsizetype> open; // the parentheses around the current token
+    qsizetype pieceStart = 0;
+    for (qsizetype i = 0; i < tokens.Count(); ++i) {
+        if (tokens.IsSymbol(i, Word("("))) {
+            open.append(i);
+        } else if (tokens.IsSymbol(i, Word(")"))) {
+            if (!open.isEmpty())
+                open.removeLast();
+        } else if (fixesType(tokens, i, open.isEmpty() ? -1 : open.last()) && take(tokens, i)) {
+            m_pieces << statement.mid(pieceStart, tokens.Begin(i) - pieceStart);
+            pieceStart = tokens.End(i);
+        }
+    }
+    m_pieces << statement.mid(pieceStart);
+    // A question mark or colon left in the text, even in a comment, may be taken for a
+    // placeholder by the driver.
+    const auto marks = [](const QString& piece) {
+        return piece.contains(QLatin1Char('?')) || piece.contains(QLatin1Char(':'));
+    };
+    if (m_values.size() > MaxValues || std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks)) {
+        m_pieces = {statement};
+        m_values.clear();
+    }
+}
+
+bool StatementShape::shapeable(const SqlTokenList& tokens) const {
+    if (tokens.Count() == 0 || !tokens.Balanced())
+        return false;
+    const bool dataStatement =
+        tokens.IsKeyword(0, Word("SELECT")) || tokens.IsKeyword(0, Word("INSERT")) ||
+        tokens.IsKeyword(0, Word("UPDATE")) || tokens.IsKeyword(0, Word("DELETE"));
+    if (!dataStatement)
+        return false;
+    for (qsizetype i = 0; i < tokens.Count(); ++i) {
+        if (tokens.Kind(i) != SqlTokenKind::Symbol)
+            continue;
+        const QStringView text = tokens.Text(i);
+        if (text == u";" || text == u"$" || text == u"@")
+            return false;
+    }
+    return true;
+}
+
+// The right side of a comparison or assignment, or an item of a VALUES or IN list: the database
+// gives the value the type of what it meets, literal or parameter alike.
+bool StatementShape::fixesType(const SqlTokenList& tokens, qsizetype i, qsizetype enclosing) const {
+    const SqlTokenKind kind = tokens.Kind(i);
+    if ((kind != SqlTokenKind::String && kind != SqlTokenKind::Number) || !endsOperand(tokens, i))
+        return false;
+    if (isComparisonOrAssignment(tokens, i - 1))
+        return true;
+    const bool listItem = tokens.IsSymbol(i - 1, Word("(")) || tokens.IsSymbol(i - 1, Word(","));
+    return listItem && enclosing > 0 &&
+           (tokens.IsKeyword(enclosing - 1, Word("VALUES")) ||
+            tokens.IsKeyword(enclosing - 1, Word("IN")));
+}
+
+// Takes the literal at i as a value, unless its value would not write it back as it stands.
+bool StatementShape::take(const SqlTokenList& tokens, qsizetype i) {
+    const QStringView text = tokens.Text(i);
+    if (tokens.Kind(i) == SqlTokenKind::String) {
+        QString value = text.mid(1, text.size() - 2).toString();
+        value.replace(QStringLiteral("''"), QStringLiteral("'"));
+        // An empty literal must stay text: drivers bind a null QString as NULL.
+        m_values << (value.isNull() ? QStringLiteral("") : value);
+        return true;
+    }
+    bool ok = false;
+    const qlonglong number = text.toLongLong(&ok);
+    if (!ok || QString::number(number) != text)
+        return false;
+    m_values << number;
+    return true;
+}
+
+QString StatementShape::Text(Numbers numbers) const {
+    QString text = m_pieces.first();
+    for (qsizetype i = 0; i < m_values.size(); ++i) {
+        const QVariant& value = m_values[i];
+        if (value.typeId() == QMetaType::QString || numbers == Numbers::Bare)
+            text += QLatin1Char('?');
+        else if (isInt32(value.toLongLong()))
+            text += QStringLiteral("CAST(? AS integer)");
+        else
+            text += QStringLiteral("CAST(? AS bigint)");
+        text += m_pieces[i + 1];
+    }
+    return text;
+}
+
+QString StatementShape::Render() const {
+    QString text = m_pieces.first();
+    for (qsizetype i = 0; i < m_values.size(); ++i) {
+        const QVariant& value = m_values[i];
+        text += value.typeId() == QMetaType::QString ? quoted(value.toString())
+                                                     : QString::number(value.toLongLong());
+        text += m_pieces[i + 1];
+    }
+    return text;
+}
+
+} // namespace Orvane::Studio
