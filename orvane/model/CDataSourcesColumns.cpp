@@ -131,13 +131,15 @@ void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
 
 CDataSourcesColumns::ColumnPtr CDataSourcesColumns::Add(const QString& name) {
     const QString trimmed = name.trimmed();
-    ColumnPtr column = Item(trimmed);
+    // Folded once: a load adds thousands of columns.
+    const QString key = trimmed.toCaseFolded();
+    ColumnPtr column = m_byKey.value(key);
     if (!column && name == QLatin1String("Time Stamp"))
         column = TSColumn();
     if (!column) {
         column = std::make_shared<CDataSourcesColumn>();
         column->setColumn_Name(trimmed);
-        append(trimmed, column);
+        append(key, column);
     }
     return column;
 }
@@ -147,7 +149,7 @@ bool CDataSourcesColumns::AddItem(const CDataSourcesColumn& dsc) {
     if (!stored) {
         ColumnPtr copy = dsc.Clone();
         const QString key = copy->Column_Name();
-        append(key, std::move(copy));
+        append(keyOf(key), std::move(copy));
         return true;
     }
     stored->setColumn_Id(dsc.Column_Id());
@@ -222,9 +224,8 @@ void CDataSourcesColumns::RestoreState(const CDataSourcesColumnsState& state) {
 }
 
 void CDataSourcesColumns::append(const QString& key, ColumnPtr column) {
-    const QString folded = keyOf(key);
-    m_byKey.insert(folded, column);
-    m_keys.push_back(folded);
+    m_byKey.insert(key, column);
+    m_keys.push_back(key);
     m_items.push_back(std::move(column));
 }
 

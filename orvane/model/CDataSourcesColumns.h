@@ -71,6 +71,7 @@ public:
     std::vector<ColumnPtr>::const_iterator end() const { return m_items.end(); }
 
 private:
+    // Adds a column under its lookup key (keyOf of its name).
     void append(const QString& key, ColumnPtr column);
     void removeAt(std::size_t index);
     static QString keyOf(const QString& name);

@@ -15,6 +15,8 @@ SqlRecordset::SqlRecordset(QSqlQuery& query) {
     // Backwards, so that of two fields with one name the first answers.
     for (int column = columns - 1; column >= 0; --column)
         m_columnOf.insert(m_names[column].toCaseFolded(), column);
+    if (query.size() > 0)
+        m_values.reserve(qsizetype(query.size()) * columns);
     while (query.next()) {
         for (int column = 0; column < columns; ++column) {
             QVariant value = query.value(column);
@@ -47,14 +49,26 @@ QVariant SqlRecordset::Value(const QString& field) const {
 }
 
 qsizetype SqlRecordset::columnOf(const QString& field) const {
+    // A literal's text is static and never freed: its address stands for its text.
+    const bool literal = !field.data_ptr().isMutable() && !field.isEmpty();
+    if (literal) {
+        const auto known = m_literal.constFind(field.constData());
+        if (known != m_literal.constEnd())
+            return *known;
+    }
     const auto asked = m_asked.constFind(field);
-    if (asked != m_asked.constEnd())
+    if (asked != m_asked.constEnd()) {
+        if (literal)
+            m_literal.insert(field.constData(), *asked);
         return *asked;
+    }
     const auto column = m_columnOf.constFind(field.toCaseFolded());
     if (column == m_columnOf.constEnd())
         throw Error(QStringLiteral("The recordset has no field \"%1\"; its fields are %2.")
                         .arg(field, m_names.join(QStringLiteral(", "))));
     m_asked.insert(field, *column);
+    if (literal)
+        m_literal.insert(field.constData(), *column);
     return *column;
 }
 

@@ -15,7 +15,9 @@ namespace Orvane::Studio {
 // without regard to case; a database null is a null QVariant.
 //
 // Callers read the same few names on every row, so each name as a caller spells it is resolved
-// to its column once; later reads of it cost one hash lookup and no case folding.
+// to its column once. A name written as a literal keeps its characters at one address for the
+// whole run, so later reads of it find the column by that address without hashing the text;
+// other names cost one hash lookup of their text and no case folding.
 class SqlRecordset : public IRecordset {
 public:
     explicit SqlRecordset(QSqlQuery& query);
@@ -32,9 +34,10 @@ private:
     qsizetype columnOf(const QString& field) const;
 
     QStringList m_names;
-    QHash<QString, qsizetype> m_columnOf;      // case-folded name -> column
-    mutable QHash<QString, qsizetype> m_asked; // a name as a caller spelled it -> column
-    QVariantList m_values;                     // every row's values, one row after the other
+    QHash<QString, qsizetype> m_columnOf;             // case-folded name -> column
+    mutable QHash<QString, qsizetype> m_asked;        // a name as a caller spelled it -> column
+    mutable QHash<const QChar*, qsizetype> m_literal; // a literal name's characters -> column
+    QVariantList m_values;                            // every row's values, one row after the other
     qsizetype m_rowCount = 0;
     qsizetype m_current = 0;
 };

@@ -55,9 +55,12 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
         } else if (tokens.IsSymbol(i, Word(")"))) {
             if (!open.isEmpty())
                 open.removeLast();
-        } else if (fixesType(tokens, i, open.isEmpty() ? -1 : open.last()) && take(tokens, i)) {
+        } else if (const qsizetype last = literalEnd(tokens, i);
+                   last >= 0 && fixesType(tokens, i, last, open.isEmpty() ? -1 : open.last()) &&
+                   take(tokens, i, last)) {
             m_pieces << statement.mid(pieceStart, tokens.Begin(i) - pieceStart);
-            pieceStart = tokens.End(i);
+            pieceStart = tokens.End(last);
+            i = last;
         }
     }
     m_pieces << statement.mid(pieceStart);
@@ -91,23 +94,38 @@ bool StatementShape::shapeable(const SqlTokenList& tokens) const {
 }
 
 // The right side of a comparison or assignment, or an item of a VALUES or IN list: the database
-// gives the value the type of what it meets, literal or parameter alike.
-bool StatementShape::fixesType(const SqlTokenList& tokens, qsizetype i, qsizetype enclosing) const {
-    const SqlTokenKind kind = tokens.Kind(i);
-    if ((kind != SqlTokenKind::String && kind != SqlTokenKind::Number) || !endsOperand(tokens, i))
+// gives the value the type of what it meets, literal or parameter alike. The literal runs from
+// first to last: a negative number is its minus sign and its digits.
+bool StatementShape::fixesType(const SqlTokenList& tokens, qsizetype first, qsizetype last,
+                               qsizetype enclosing) const {
+    if (!endsOperand(tokens, last))
         return false;
-    if (isComparisonOrAssignment(tokens, i - 1))
+    if (isComparisonOrAssignment(tokens, first - 1))
         return true;
-    const bool listItem = tokens.IsSymbol(i - 1, Word("(")) || tokens.IsSymbol(i - 1, Word(","));
+    const bool listItem =
+        tokens.IsSymbol(first - 1, Word("(")) || tokens.IsSymbol(first - 1, Word(","));
     return listItem && enclosing > 0 &&
            (tokens.IsKeyword(enclosing - 1, Word("VALUES")) ||
             tokens.IsKeyword(enclosing - 1, Word("IN")));
 }
 
-// Takes the literal at i as a value, unless its value would not write it back as it stands.
-bool StatementShape::take(const SqlTokenList& tokens, qsizetype i) {
-    const QStringView text = tokens.Text(i);
-    if (tokens.Kind(i) == SqlTokenKind::String) {
+// The last token of the literal that starts at i, or -1 when none does. A minus sign written
+// against a number starts one: positions saved in two passes are negative in the first.
+qsizetype StatementShape::literalEnd(const SqlTokenList& tokens, qsizetype i) {
+    const SqlTokenKind kind = tokens.Kind(i);
+    if (kind == SqlTokenKind::String || kind == SqlTokenKind::Number)
+        return i;
+    const bool signedNumber = tokens.IsSymbol(i, Word("-")) && i + 1 < tokens.Count() &&
+                              tokens.Kind(i + 1) == SqlTokenKind::Number &&
+                              tokens.End(i) == tokens.Begin(i + 1);
+    return signedNumber ? i + 1 : -1;
+}
+
+// Takes the literal from first to last as a value, unless its value would not write it back as
+// it stands.
+bool StatementShape::take(const SqlTokenList& tokens, qsizetype first, qsizetype last) {
+    const QStringView text = tokens.Span(first, last);
+    if (tokens.Kind(first) == SqlTokenKind::String) {
         QString value = text.mid(1, text.size() - 2).toString();
         value.replace(QStringLiteral("''"), QStringLiteral("'"));
         // An empty literal must stay text: drivers bind a null QString as NULL.

@@ -34,8 +34,10 @@ public:
 
 private:
     bool shapeable(const SqlTokenList& tokens) const;
-    bool fixesType(const SqlTokenList& tokens, qsizetype i, qsizetype enclosing) const;
-    bool take(const SqlTokenList& tokens, qsizetype i);
+    static qsizetype literalEnd(const SqlTokenList& tokens, qsizetype i);
+    bool fixesType(const SqlTokenList& tokens, qsizetype first, qsizetype last,
+                   qsizetype enclosing) const;
+    bool take(const SqlTokenList& tokens, qsizetype first, qsizetype last);
 
     QStringList m_pieces; // the text around the values: one more piece than values
     QVariantList m_values;

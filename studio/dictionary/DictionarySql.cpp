@@ -15,7 +15,9 @@ const QString FieldSelect = QStringLiteral(
     "SELECT d.field_id, n.name, n.entity_id, e.entity_label, d.field_desc, n.report_header, "
     "n.report_header2, d.field_aggregator, ta.aggregator_name time_aggregator, "
     "ea.aggregator_name element_aggregator, d.datatype, d.app_group, g.field_group_short, "
-    "d.field_style, d.style_colour, d.owner_id, t.tech_name, t.tech_bit, "
+    "d.field_style, d.style_colour, d.owner_id, "
+    "(SELECT SUM(t.tech_bit) FROM qvd_field_tech ft "
+    "JOIN qvd_technology t ON t.tech_id = ft.tech_id WHERE ft.field_id = d.field_id) tech_mask, "
     "xc.column_name extra_column, x.extra_value "
     "FROM qvd_field_def d "
     "JOIN qvd_dict_name n ON n.field_id = d.field_id "
@@ -24,8 +26,6 @@ const QString FieldSelect = QStringLiteral(
     "LEFT JOIN qvd_aggregation_pair p ON p.pair_id = d.field_aggregator "
     "LEFT JOIN qvd_aggregator ta ON ta.aggregator_id = p.time_aggregator_id "
     "LEFT JOIN qvd_aggregator ea ON ea.aggregator_id = p.element_aggregator_id "
-    "LEFT JOIN qvd_field_tech ft ON ft.field_id = d.field_id "
-    "LEFT JOIN qvd_technology t ON t.tech_id = ft.tech_id "
     "LEFT JOIN qvd_field_extra x ON x.field_id = d.field_id "
     "LEFT JOIN qvd_extra_column xc ON xc.extra_column_id = x.extra_column_id ");
 

@@ -14,9 +14,9 @@ namespace Orvane::Studio {
 // service's literals; ids are written in decimal.
 namespace DictionarySql {
 
-// Every field whose id is in the list, one row per (technology, extra value) of a field, ordered
-// by field id. The list is split into IN lists of at most 1000 ids (Oracle's limit), joined by
-// OR: one statement whatever its length.
+// Every field whose id is in the list, one row per extra value of a field (one at least), its
+// technologies summed into tech_mask, ordered by field id. The list is split into IN lists of at
+// most 1000 ids (Oracle's limit), joined by OR: one statement whatever its length.
 QString FieldsWithIds(const QList<qint32>& ids);
 // Every field of an application group, ordered by entity and name.
 QString FieldsOfAppGroup(IQueryService& query, const QString& appGroup);

@@ -9,7 +9,6 @@
 #include "studio/dictionary/DictionarySql.h"
 
 #include <QCoreApplication>
-#include <QMap>
 #include <QStringList>
 #include <algorithm>
 
@@ -32,7 +31,8 @@ ProcedureParameter integer(qint32 value) {
     return {value, QString(), QStringLiteral("integer")};
 }
 
-// What one row adds to the field it belongs to: a technology and an extra value at most.
+// Reads a field's values from the rows of a DictionarySql field statement: one row per field, or
+// one per extra value where a field has several.
 struct FieldRowsReader {
     IQueryService& query;
     IRecordset& rst;
@@ -55,28 +55,19 @@ struct FieldRowsReader {
         values.dataType = text(QStringLiteral("datatype"));
         values.appGroup = text(QStringLiteral("app_group"));
         values.groupShort = text(QStringLiteral("field_group_short"));
+        values.technologyMask = number(QStringLiteral("tech_mask"));
         values.style = number(QStringLiteral("field_style"));
         values.styleColour = number(QStringLiteral("style_colour"));
         values.ownerId = number(QStringLiteral("owner_id"));
         return values;
     }
 
-    void addTo(FieldValues& values, QMap<qint32, QString>& technologies) const {
-        const qint32 bit = number(QStringLiteral("tech_bit"));
-        if (bit > 0)
-            technologies.insert(bit, text(QStringLiteral("tech_name")));
+    void addExtra(FieldValues& values) const {
         const QString extra = text(QStringLiteral("extra_column"));
         if (!extra.isEmpty())
             values.extra.insert(extra, rst.Value(QStringLiteral("extra_value")).toString());
     }
 };
-
-void finish(FieldValues& values, const QMap<qint32, QString>& technologies) {
-    values.technologyMask = 0;
-    for (auto it = technologies.begin(); it != technologies.end(); ++it)
-        values.technologyMask |= it.key();
-    values.technologies = QStringList(technologies.values()).join(QStringLiteral(", "));
-}
 
 } // namespace
 
@@ -86,19 +77,21 @@ QList<FieldValues> FieldStore::Read(const QString& statement) {
     if (!rst)
         return fields;
     const FieldRowsReader reader{m_query, *rst};
-    QMap<qint32, QString> technologies;
+    bool anyTechnology = false;
     for (; !rst->Eof(); rst->MoveNext()) {
         const qint32 id = reader.number(QStringLiteral("field_id"));
         if (fields.isEmpty() || fields.last().id != id) {
-            if (!fields.isEmpty())
-                finish(fields.last(), technologies);
-            technologies.clear();
             fields << reader.first();
+            anyTechnology = anyTechnology || fields.last().technologyMask != 0;
         }
-        reader.addTo(fields.last(), technologies);
+        reader.addExtra(fields.last());
     }
-    if (!fields.isEmpty())
-        finish(fields.last(), technologies);
+    // The names come from the technology table, as the mask does, read once for all fields.
+    if (anyTechnology) {
+        const QList<Technology> technologies = Technologies();
+        for (FieldValues& values : fields)
+            values.technologies = TechnologyText(technologies, values.technologyMask);
+    }
     return fields;
 }
 

@@ -146,6 +146,13 @@ TEST_P(SqlQueryServiceTest, RecordsetsReadForwardWithFieldNamesInAnyCase) {
     EXPECT_EQ(db->ValueAsLong(rst->Value("Col_Id")), 2);
     EXPECT_EQ(rst->Value("col_NAME").toString(), "CELL");
     EXPECT_THROW(rst->Value("nosuch"), Error);
+    // Literal names, resolved by where their text lies, in their own case and in another.
+    for (const auto& [name, text] :
+         {std::pair{QStringLiteral("COL_ID"), "2"}, std::pair{QStringLiteral("TimeStamp"), "N"}}) {
+        EXPECT_EQ(rst->Value(name).toString(), text);
+        EXPECT_EQ(rst->Value(name.toLower()).toString(), text);
+    }
+    EXPECT_THROW(rst->Value(QStringLiteral("nosuch")), Error);
 
     // Of two fields with one name, the first answers.
     const auto twice =
