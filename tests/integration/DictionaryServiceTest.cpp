@@ -57,7 +57,7 @@ TEST_P(DictionaryServiceTest, EntitiesAndTheExternalDataRule) {
 }
 
 // The fields in one statement and the technologies' names in one more, whatever the ids.
-TEST_P(DictionaryServiceTest, BatchLookupReadsEveryFieldInOneStatement) {
+TEST_P(DictionaryServiceTest, BatchLookupReadsTheFieldsAndTheTechnologyNamesOnce) {
     SelectRecorder recorder(connectionText());
     Studio::DictionaryService recorded(recorder);
 
@@ -85,7 +85,7 @@ TEST_P(DictionaryServiceTest, BatchLookupReadsEveryFieldInOneStatement) {
     EXPECT_EQ(std::dynamic_pointer_cast<Studio::DictionaryField>(fields.value("28"))->GroupShort(),
               "EXT");
 
-    // A list beyond Oracle's 1000 entries in one IN list is still one statement.
+    // A list beyond Oracle's 1000 entries in one IN list is still one statement of fields.
     QStringList many;
     for (int id = 1; id <= 1500; ++id)
         many << QString::number(id);
