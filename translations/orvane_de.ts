@@ -4,7 +4,7 @@
 <context>
     <name>Orvane::CDataSourcesColumns</name>
     <message>
-        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+182"/>
+        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+184"/>
         <source>There is no column named &quot;%1&quot;.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -346,7 +346,7 @@
 <context>
     <name>Orvane::DefinitionImport</name>
     <message>
-        <location filename="../orvane/exchange/DefinitionImport.cpp" line="+96"/>
+        <location filename="../orvane/exchange/DefinitionImport.cpp" line="+91"/>
         <location line="+52"/>
         <source>there is no entity named %1</source>
         <translation type="unfinished"></translation>
@@ -372,7 +372,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+22"/>
+        <location line="+23"/>
         <source>the entity %1 has no field %2, and no definition is given to create it</source>
         <translation type="unfinished"></translation>
     </message>
@@ -737,7 +737,7 @@
 <context>
     <name>Orvane::XDataSourcesColumn</name>
     <message>
-        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+620"/>
+        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+625"/>
         <source>Field name is in use.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -758,7 +758,7 @@
     </message>
     <message>
         <location line="+3"/>
-        <location line="+13"/>
+        <location line="+14"/>
         <source>Detect Columns</source>
         <translation type="unfinished"></translation>
     </message>
@@ -768,7 +768,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+128"/>
+        <location line="+154"/>
         <source>Naming Error. Column: </source>
         <translation type="unfinished"></translation>
     </message>
@@ -1017,7 +1017,7 @@
 <context>
     <name>Orvane::fDetectColumns</name>
     <message>
-        <location filename="../orvane/dialogs/fDetectColumns.cpp" line="+29"/>
+        <location filename="../orvane/dialogs/fDetectColumns.cpp" line="+30"/>
         <source>Detect Columns</source>
         <translation type="unfinished"></translation>
     </message>
@@ -1039,6 +1039,11 @@
     <message>
         <location line="+0"/>
         <source>Position</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Field</source>
         <translation type="unfinished"></translation>
     </message>
     <message>

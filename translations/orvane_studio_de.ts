@@ -459,7 +459,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::FieldStore</name>
     <message>
-        <location filename="../studio/dictionary/FieldStore.cpp" line="+107"/>
+        <location filename="../studio/dictionary/FieldStore.cpp" line="+100"/>
         <source>This field object holds field %1 and cannot save field %2.</source>
         <translation type="unfinished"></translation>
     </message>

@@ -12,11 +12,14 @@
 #include "orvane/host/BusyPointer.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
+#include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
+#include "orvane/host/IFieldInfoService.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/ColumnSave.h"
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
 #include "orvane/sources/ColumnDetector.h"
@@ -28,6 +31,7 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
+#include <QSet>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -512,6 +516,7 @@ void XDataSourcesColumn::deleteField() {
     model->setField(nullptr);
     model->setFieldAdded(false);
     model->setFieldDirty(false);
+    model->setFieldMapped(false);
     if (storedField)
         model->setFieldDeleted(true);
     redrawCurrentColumn();
@@ -658,7 +663,8 @@ void XDataSourcesColumn::detectColumns() {
 }
 
 bool XDataSourcesColumn::DetectColumns(const DetectedColumns& detected) {
-    const DetectionPlan plan = DetectionPlan::Make(*m_columns, detected, m_nameLengthLimit);
+    DetectionPlan plan = DetectionPlan::Make(*m_columns, detected, m_nameLengthLimit);
+    proposeFields(plan);
     if (!plan.ChangesLayout()) {
         const QString message = plan.differences.isEmpty()
                                     ? tr("The layout already has every column of the source.")
@@ -675,6 +681,28 @@ bool XDataSourcesColumn::DetectColumns(const DetectedColumns& detected) {
     return true;
 }
 
+// The entity's fields named as the new columns, each proposed once and only when no column of
+// the layout has it already (a field fills one column of a layout).
+void XDataSourcesColumn::proposeFields(DetectionPlan& plan) const {
+    plan.fields.assign(static_cast<std::size_t>(plan.additions.size()), nullptr);
+    if (!m_columns->Entity())
+        return;
+    const qint32 entityId = m_columns->Entity()->Entity_Id();
+    QSet<qint32> taken;
+    for (const ColumnPtr& column : *m_columns)
+        if (column->Field() && !column->ColumnDeleted())
+            taken.insert(column->Field()->Field_Id());
+    for (std::size_t i = 0; i < plan.fields.size(); ++i) {
+        const qint32 fieldId =
+            ColumnSave::FieldIdNamed(entityId, plan.additions[static_cast<qsizetype>(i)].name);
+        if (fieldId <= 0 || taken.contains(fieldId))
+            continue;
+        taken.insert(fieldId);
+        const QString id = QString::number(fieldId);
+        plan.fields[i] = HostRegistry::FieldInfo().FieldsByIds(id).value(id);
+    }
+}
+
 void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
     RedrawOff redraw(*this);
     if (plan.timeStampPosition > 0) {
@@ -689,6 +717,10 @@ void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
         const ColumnPtr model = m_columns->Add(column.name);
         model->setColumn_Type(column.typeCode);
         model->setPosition(column.position);
+        if (const auto& field = plan.fields[added.size()]) {
+            model->setField(field);
+            model->setFieldMapped(true);
+        }
         model->setColPosition(m_grid->ColumnCount() + static_cast<qint32>(added.size()) + 1);
         added.push_back(model);
     }

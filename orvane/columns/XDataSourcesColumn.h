@@ -109,6 +109,7 @@ private:
     void addField();
     void editField();
     void detectColumns();
+    void proposeFields(DetectionPlan& plan) const;
     void applyDetection(const DetectionPlan& plan);
 
     // Shared steps of the commands.

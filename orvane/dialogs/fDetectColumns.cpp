@@ -1,5 +1,6 @@
 #include "orvane/dialogs/fDetectColumns.h"
 
+#include "orvane/host/IField.h"
 #include "orvane/model/DataTypes.h"
 
 #include <QDialogButtonBox>
@@ -33,7 +34,7 @@ fDetectColumns::fDetectColumns(const DetectionPlan& plan, QWidget* parent)
     grdColumns = new QTableView(this);
     grdColumns->setObjectName(QStringLiteral("grdColumns"));
     m_proposal = new QStandardItemModel(0, 3, this);
-    m_proposal->setHorizontalHeaderLabels({tr("Name"), tr("Type"), tr("Position")});
+    m_proposal->setHorizontalHeaderLabels({tr("Name"), tr("Type"), tr("Position"), tr("Field")});
     grdColumns->setModel(m_proposal);
     grdColumns->verticalHeader()->hide();
     grdColumns->horizontalHeader()->setStretchLastSection(true);
@@ -72,10 +73,13 @@ void fDetectColumns::fillProposal(const DetectionPlan& plan) {
                                cell(mOrvane::DataTypeNameFromCode(QStringLiteral("D"))),
                                cell(QString::number(plan.timeStampPosition))});
     }
-    for (const DetectedColumn& column : plan.additions) {
+    for (std::size_t i = 0; i < static_cast<std::size_t>(plan.additions.size()); ++i) {
+        const DetectedColumn& column = plan.additions[static_cast<qsizetype>(i)];
+        const auto& field = i < plan.fields.size() ? plan.fields[i] : nullptr;
         m_proposal->appendRow({cell(column.name),
                                cell(mOrvane::DataTypeNameFromCode(column.typeCode)),
-                               cell(QString::number(column.position))});
+                               cell(QString::number(column.position)),
+                               cell(field ? field->Field_Name() : QString())});
     }
     grdColumns->setColumnWidth(0, 240);
 }

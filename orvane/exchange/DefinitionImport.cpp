@@ -10,6 +10,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/CDataSourcesData.h"
+#include "orvane/model/ColumnSave.h"
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/FrequencyList.h"
 #include "orvane/model/MSQL.h"
@@ -40,12 +41,6 @@ std::optional<EntityRef> entityNamed(const QString& name) {
         return std::nullopt;
     return EntityRef{query.ValueAsLong(rst->Value(QStringLiteral("entity_id"))),
                      rst->Value(QStringLiteral("entity_label")).toString()};
-}
-
-qint32 fieldIdNamed(qint32 entityId, const QString& name) {
-    IQueryService& query = HostRegistry::Query();
-    const auto rst = query.OpenRecordset(MSQL::FieldByNameQuery(entityId, name), 60);
-    return rst && !rst->Eof() ? query.ValueAsLong(rst->Value(QStringLiteral("field_id"))) : 0;
 }
 
 QString quoted(const QString& text) {
@@ -148,7 +143,7 @@ void DefinitionImport::resolveKey(const KeyReference& key, CDataSourcesColumn& c
                 Texts::tr("there is no entity named %1").arg(quoted(key.entity)));
         return;
     }
-    const qint32 fieldId = fieldIdNamed(entity->id, key.field);
+    const qint32 fieldId = ColumnSave::FieldIdNamed(entity->id, key.field);
     if (fieldId == 0) {
         problem(
             path + QStringLiteral(".field"),
@@ -166,10 +161,11 @@ void DefinitionImport::resolveKey(const KeyReference& key, CDataSourcesColumn& c
 void DefinitionImport::resolveField(const FieldReference& field,
                                     const std::shared_ptr<CDataSourcesColumn>& column,
                                     const QString& path) {
-    const qint32 fieldId = fieldIdNamed(m_document->Entity()->Entity_Id(), field.name);
+    const qint32 fieldId = ColumnSave::FieldIdNamed(m_document->Entity()->Entity_Id(), field.name);
     if (fieldId > 0) {
         const auto found = HostRegistry::FieldInfo().FieldsByIds(QString::number(fieldId));
-        m_reused.append({column, found.value(QString::number(fieldId))});
+        column->setField(found.value(QString::number(fieldId)));
+        column->setFieldMapped(true);
         return;
     }
     if (!field.definition) {
@@ -279,11 +275,6 @@ std::shared_ptr<IField> DefinitionImport::newField(const FieldReference& field,
 void DefinitionImport::Save(qint32 docId) {
     m_document->setDocId(docId);
     m_document->SaveData();
-    for (const auto& [column, field] : m_reused) {
-        column->setField(field);
-        HostRegistry::Query().ExecuteStatement(
-            MSQL::InsertFieldMapping(docId, column->Column_Id(), field->Field_Id()));
-    }
 }
 
 } // namespace Orvane

@@ -3,7 +3,6 @@
 #include "orvane/exchange/EdsDefinition.h"
 
 #include <memory>
-#include <utility>
 
 namespace Orvane {
 
@@ -50,8 +49,6 @@ private:
     EdsDefinition m_definition;
     std::shared_ptr<CDataSourcesData> m_document;
     QList<ExchangeProblem> m_problems;
-    // Columns that reuse a field the dictionary has: mapped once their rows exist.
-    QList<std::pair<std::shared_ptr<CDataSourcesColumn>, std::shared_ptr<IField>>> m_reused;
     QStringList m_newFieldNames;
 };
 

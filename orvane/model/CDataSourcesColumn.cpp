@@ -16,8 +16,15 @@ void CDataSourcesColumn::setFieldAdded(bool value) {
     m_fieldAdded = value;
     if (value) {
         m_fieldDirty = false;
+        m_fieldMapped = false;
         m_dirty = true;
     }
+}
+
+void CDataSourcesColumn::setFieldMapped(bool value) {
+    m_fieldMapped = value;
+    if (value)
+        m_dirty = true;
 }
 
 void CDataSourcesColumn::setFieldDirty(bool value) {
@@ -35,6 +42,7 @@ void CDataSourcesColumn::setFieldDeleted(bool value) {
         m_dirty = true;
         m_fieldAdded = false;
         m_fieldDirty = false;
+        m_fieldMapped = false;
     }
 }
 
@@ -88,6 +96,7 @@ std::shared_ptr<CDataSourcesColumn> CDataSourcesColumn::Clone() const {
     copy->setFieldDeleted(m_fieldDeleted);
     copy->setFieldAdded(m_fieldAdded);
     copy->setFieldDirty(m_fieldDirty);
+    copy->setFieldMapped(m_fieldMapped);
     copy->setKey_Ordinal(m_keyOrdinal);
     copy->setKeyAdded(m_keyAdded);
     copy->setKeyDeleted(m_keyDeleted);
@@ -113,6 +122,7 @@ void CDataSourcesColumn::CopyForRename(const CDataSourcesColumn& from, bool newD
     setFieldDeleted(from.m_fieldDeleted);
     setFieldAdded(from.m_fieldAdded);
     setFieldDirty(from.m_fieldDirty);
+    setFieldMapped(from.m_fieldMapped);
     setKey_Ordinal(from.m_keyOrdinal);
     setKeyAdded(from.m_keyAdded);
     setKeyDeleted(from.m_keyDeleted);

@@ -49,6 +49,11 @@ public:
     void setFieldAdded(bool value);
     bool FieldDirty() const { return m_fieldDirty; }
     void setFieldDirty(bool value);
+    // The column's field is one the dictionary already has (proposed by Detect Columns for a
+    // column of the same name): the save maps it to the column rather than creating it. Setting it
+    // True sets Dirty True; a field added or deleted later clears it.
+    bool FieldMapped() const { return m_fieldMapped; }
+    void setFieldMapped(bool value);
     // The column's stored field was taken off it: the save removes the column's mapping row.
     // Setting it True sets Dirty True and FieldAdded, FieldDirty False. A later FieldAdded leaves
     // it set (one edit may replace the stored field by a new one); a later FieldDirty clears it,
@@ -101,6 +106,7 @@ private:
     QString m_keyEntity;
     QString m_keyEntityLabel;
     bool m_fieldDirty = false;
+    bool m_fieldMapped = false;
     bool m_fieldDeleted = false;
     bool m_columnDeleted = false;
     bool m_dirty = false;

@@ -98,6 +98,16 @@ void clearPositions(const CDataSourcesColumns& columns) {
     }
 }
 
+// A field the dictionary has already is only mapped to the column; any other is created for it.
+void giveField(const CDataSourcesColumn& column, qint32 edsId, qint32 entityId) {
+    if (column.FieldMapped() && column.Field()->Field_Id() > 0) {
+        if (column.FieldDirty())
+            UpdateField(*column.Field());
+        execute(MSQL::InsertFieldMapping(edsId, column.Column_Id(), column.Field()->Field_Id()));
+    } else
+        CreateField(column.Field(), edsId, column.Column_Id(), entityId);
+}
+
 // A stored field taken off the column loses its mapping before any new field is created for the
 // column, so that one edit may replace the field.
 void saveFieldOf(CDataSourcesColumn& column, const CDataSourcesColumns& columns) {
@@ -106,8 +116,8 @@ void saveFieldOf(CDataSourcesColumn& column, const CDataSourcesColumns& columns)
     if (column.FieldDirty()) {
         if (column.Field())
             UpdateField(*column.Field());
-    } else if (column.FieldAdded() && column.Field()) {
-        CreateField(column.Field(), columns.EDS_Id(), column.Column_Id(), entityIdOf(columns));
+    } else if ((column.FieldAdded() || column.FieldMapped()) && column.Field()) {
+        giveField(column, columns.EDS_Id(), entityIdOf(columns));
     }
 }
 
@@ -139,8 +149,7 @@ void insertColumns(CDataSourcesColumns& columns) {
             continue;
         insertColumnRow(*column, columns.EDS_Id());
         if (column->Field())
-            CreateField(column->Field(), columns.EDS_Id(), column->Column_Id(),
-                        entityIdOf(columns));
+            giveField(*column, columns.EDS_Id(), entityIdOf(columns));
         // A key the user deleted keeps its key field until the save; it gets no row.
         if (column->Is_Key() && !column->KeyDeleted())
             insertKeyRow(*column, columns.EDS_Id());
@@ -158,7 +167,7 @@ void InsertNewColumns(qint32 docId, CDataSourcesColumns& columns) {
 void CreateNewFields(qint32 docId, CDataSourcesColumns& columns) {
     for (const ColumnPtr& column : columns) {
         if (column->Field())
-            CreateField(column->Field(), docId, column->Column_Id(), entityIdOf(columns));
+            giveField(*column, docId, entityIdOf(columns));
     }
 }
 
@@ -211,6 +220,11 @@ void CreateField(const std::shared_ptr<IField>& field, qint32 edsId, qint32 colu
     const QVariant newId = query().CallProcedure(MSQL::CreateFieldProcedure, parameters);
     field->setField_Id(query().ValueAsLong(newId));
     HostRegistry::FieldInfo().RegisterField(field);
+}
+
+qint32 FieldIdNamed(qint32 entityId, const QString& name) {
+    const auto rst = query().OpenRecordset(MSQL::FieldByNameQuery(entityId, name), 60);
+    return rst && !rst->Eof() ? query().ValueAsLong(rst->Value(QStringLiteral("field_id"))) : 0;
 }
 
 bool FieldInTemplates(qint32 fieldId) {

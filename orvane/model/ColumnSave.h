@@ -26,6 +26,9 @@ void UpdateField(const IField& field);
 void CreateField(const std::shared_ptr<IField>& field, qint32 edsId, qint32 columnId,
                  qint32 entityId);
 
+// The id of the entity's field of that name, or 0 when it has none.
+qint32 FieldIdNamed(qint32 entityId, const QString& name);
+
 // True when a report template uses the field of a column that is about to go.
 bool FieldInTemplates(qint32 fieldId);
 // True when another field of the entity already has the name, regardless of case and blanks.

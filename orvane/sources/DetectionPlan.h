@@ -3,10 +3,13 @@
 #include "orvane/sources/DetectedColumn.h"
 
 #include <QStringList>
+#include <memory>
+#include <vector>
 
 namespace Orvane {
 
 class CDataSourcesColumns;
+class IField;
 
 // What Detect Columns would do to a layout: the columns to append, a new place for the time
 // stamp, and what differs from columns the layout already has, which it leaves alone.
@@ -16,6 +19,9 @@ struct DetectionPlan {
     // The position the time-stamp column moves to; 0 when it stays.
     qint32 timeStampPosition = 0;
     QStringList differences;
+    // Beside each addition, the entity's dictionary field of the same name when the layout does
+    // not use it yet, proposed for the column's Field; null where there is none.
+    std::vector<std::shared_ptr<IField>> fields;
 
     bool ChangesLayout() const { return !additions.isEmpty() || timeStampPosition > 0; }
 

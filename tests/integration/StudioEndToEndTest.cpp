@@ -900,9 +900,10 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     const auto writeCsv = [&path](const QByteArray& header) {
         QFile file(path);
         ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-        file.write(header + "\nA1,2024-01-01 10:00,3,0.5\nB2,2024-01-01 11:00,4,1.25\n");
+        file.write(header + "\nA1,2024-01-01 10:00,3,0.5,7\nB2,2024-01-01 11:00,4,1.25,9\n");
     };
-    writeCsv("Cell,When,Drops,Rate");
+    // The entity's own field of the same name is proposed and mapped, not created again.
+    writeCsv("Cell,When,Drops,Rate,Call_Attempts");
     DocumentWindow* doc = newDocument(studio->actNewAscii, CellEntity);
     ASSERT_TRUE(doc);
     type(doc->asciiEditor->findChild<QLineEdit*>("txtFile"), path);
@@ -910,9 +911,9 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     expectDialog("fDetectColumns",
                  [](QDialog& dialog) { dialog.findChild<QPushButton*>("cmdOk")->click(); });
     command(*doc, "Detect")->trigger();
-    EXPECT_EQ(gridRow(*doc, Rows::Name), "Time Stamp|Cell|Drops|Rate");
-    EXPECT_EQ(gridRow(*doc, Rows::Type), "Date|String|Integer|Float");
-    EXPECT_EQ(gridRow(*doc, Rows::Position), "2|1|3|4");
+    EXPECT_EQ(gridRow(*doc, Rows::Name), "Time Stamp|Cell|Drops|Rate|Call_Attempts");
+    EXPECT_EQ(gridRow(*doc, Rows::Type), "Date|String|Integer|Float|Integer");
+    EXPECT_EQ(gridRow(*doc, Rows::Position), "2|1|3|4|5");
     selectColumn(*doc, 2);
     pickKey(CellNameField, 1);
     command(*doc, "Key")->trigger();
@@ -924,8 +925,10 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     ASSERT_TRUE(doc && doc->cmdCheckFile);
     doc->cmdCheckFile->click();
     EXPECT_EQ(lastMessage(), "The file matches the definition.");
+    EXPECT_EQ(gridRow(*doc, Rows::Field), "||||Call_Attempts");
+    EXPECT_EQ(count("qvd_dict_name", "name = 'Call_Attempts'"), 1);
 
-    writeCsv("Cell,When,Dropped,Rate");
+    writeCsv("Cell,When,Dropped,Rate,Call_Attempts");
     EXPECT_EQ(doc->CheckFile(), QStringList{"Column \"Drops\" is at position 3, where the "
                                             "file's header has \"Dropped\"."});
 }
