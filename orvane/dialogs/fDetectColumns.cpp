@@ -64,7 +64,7 @@ fDetectColumns::fDetectColumns(const DetectionPlan& plan, QWidget* parent)
     page->addWidget(txtDifferences, 1);
     page->addWidget(buttons);
     fillProposal(plan);
-    resize(480, 360);
+    resize(560, 360);
 }
 
 void fDetectColumns::fillProposal(const DetectionPlan& plan) {
@@ -81,7 +81,7 @@ void fDetectColumns::fillProposal(const DetectionPlan& plan) {
                                cell(QString::number(column.position)),
                                cell(field ? field->Field_Name() : QString())});
     }
-    grdColumns->setColumnWidth(0, 240);
+    grdColumns->setColumnWidth(0, 200);
 }
 
 } // namespace Orvane

@@ -116,8 +116,8 @@ void saveFieldOf(CDataSourcesColumn& column, const CDataSourcesColumns& columns)
     if (column.FieldDirty()) {
         if (column.Field())
             UpdateField(*column.Field());
-    } else if ((column.FieldAdded() || column.FieldMapped()) && column.Field()) {
-        giveField(column, columns.EDS_Id(), entityIdOf(columns));
+    } else if (column.FieldAdded() && column.Field()) {
+        CreateField(column.Field(), columns.EDS_Id(), column.Column_Id(), entityIdOf(columns));
     }
 }
 

@@ -34,7 +34,11 @@ QString messageOf(const QSqlError& error) {
 
 // Qt's own verdict, a connection exception (SQLSTATE class 08) or the server ending the session
 // (57P: shutdown, terminated, database dropped, idle too long); the driver may still call it open.
-bool endsTheConnection(const QSqlError& error) {
+// Qt's SQLite driver calls every failed step a connection error; a file has no server to drop it,
+// so only a closed database counts as lost there.
+bool endsTheConnection(const QSqlError& error, const QString& driver) {
+    if (driver == QLatin1String("QSQLITE"))
+        return false;
     const QString state = error.nativeErrorCode();
     return error.type() == QSqlError::ConnectionError || state.startsWith(QLatin1String("08")) ||
            state.startsWith(QLatin1String("57P"));
@@ -198,7 +202,7 @@ void SqlConnection::failStatement(const QSqlQuery& query, const QString& shown) 
 // their own.
 QString SqlConnection::failureOf(const QSqlError& error) {
     const QString reason = messageOf(error);
-    m_lost = m_lost || endsTheConnection(error) || !Database().isOpen();
+    m_lost = m_lost || endsTheConnection(error, Database().driverName()) || !Database().isOpen();
     if (!m_lost && !reason.isEmpty())
         return reason;
     m_lost = true;

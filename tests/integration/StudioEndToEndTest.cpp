@@ -931,6 +931,16 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     writeCsv("Cell,When,Dropped,Rate,Call_Attempts");
     EXPECT_EQ(doc->CheckFile(), QStringList{"Column \"Drops\" is at position 3, where the "
                                             "file's header has \"Dropped\"."});
+
+    // A stored layout: the appended column's row exists before its field is mapped.
+    writeCsv("Cell,When,Drops,Rate,Call_Attempts,HO_Attempts");
+    expectDialog("fDetectColumns",
+                 [](QDialog& dialog) { dialog.findChild<QPushButton*>("cmdOk")->click(); });
+    command(*doc, "Detect")->trigger();
+    save("Detected cells");
+    ASSERT_FALSE(doc->IsModified()) << lastMessage().toStdString();
+    EXPECT_EQ(gridRow(*doc, Rows::Field), "||||Call_Attempts|HO_Attempts");
+    EXPECT_EQ(count("qvd_dict_name", "name = 'HO_Attempts'"), 1);
 }
 
 TEST(StudioStartUpTest, UnreachableDatabaseIsReportedAndAnotherOneCanBeNamed) {
