@@ -7,7 +7,7 @@
 #include "orvane/model/CDataSourcesColumns.h"
 
 #include "bench/QtBenchmarkApp.h"
-#include "bench/SizedRatioReporter.h"
+#include "bench/RatioReporter.h"
 #include <QTableView>
 #include <QTableWidget>
 #include <array>
@@ -115,7 +115,7 @@ int main(int argc, char** argv) {
     QtBenchmarkApp app(argc, argv);
     if (!app.Ready())
         return 1;
-    SizedRatioReporter reporter(
+    RatioReporter reporter(
         {{"column grid fill / bare QTableWidget fill, by columns", GridFill, BareFill}});
     return app.Run(reporter);
 }

@@ -34,7 +34,7 @@
 #include "studio/widgets/StudioWidgetFactory.h"
 
 #include "bench/QtBenchmarkApp.h"
-#include "bench/SizedRatioReporter.h"
+#include "bench/RatioReporter.h"
 #include <QCoreApplication>
 #include <QSqlDatabase>
 #include <QSqlError>
@@ -530,7 +530,7 @@ int main(int argc, char** argv) {
             std::make_unique<Bench>("PostgreSQL", postgres->Connection(),
                                     postgres->Direct(QStringLiteral("document_bench_postgres"))));
     }
-    std::vector<SizedRatioReporter::Ratio> ratios;
+    std::vector<RatioReporter::Ratio> ratios;
     for (const auto& bench : benches) {
         bench->Register();
         const std::string& label = bench->Label();
@@ -541,7 +541,7 @@ int main(int argc, char** argv) {
         ratios.push_back({"ids drawn one by one / the sequence statement as text, by ids, " + label,
                           label + "/LibraryNextSequenceValue", label + "/DirectNextval"});
     }
-    SizedRatioReporter reporter(std::move(ratios));
+    RatioReporter reporter(std::move(ratios));
     app.Run(reporter);
     benches.clear();
     return 0;

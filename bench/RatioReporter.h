@@ -2,18 +2,24 @@
 
 #include <benchmark/benchmark.h>
 
+#include <cmath>
 #include <iomanip>
 #include <map>
 #include <string>
 #include <vector>
 
-// The usual console table, then each library figure as a multiple of its anchor measured in
-// the same run, in plain text so that logs stay readable.
+// The usual console table, then each library figure as a multiple of its anchor measured in the
+// same run, in plain text so that logs stay readable. For benchmarks run at several sizes
+// ("name/size") the ratio is printed at every size with the growth exponent k of both, time ~
+// size^k between the smallest and the largest size (1 is linear); a benchmark without a size has
+// one ratio. Ratios use real time with the ratio of CPU times beside them: other work on a shared
+// machine disturbs CPU time less, but it leaves out a database server's own work. Exponents use
+// CPU time.
 class RatioReporter : public benchmark::ConsoleReporter {
 public:
     struct Ratio {
         std::string label;
-        std::string measured; // benchmark names
+        std::string measured; // benchmark names without the size
         std::string anchor;
     };
 
@@ -23,8 +29,16 @@ public:
 
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
-            if (run.run_type == Run::RT_Iteration)
-                m_realTime[run.benchmark_name()] = run.GetAdjustedRealTime();
+            if (run.run_type != Run::RT_Iteration)
+                continue;
+            const std::string name = run.benchmark_name();
+            const auto slash = name.rfind('/');
+            const bool sized = slash != std::string::npos && slash + 1 < name.size() &&
+                               name.find_first_not_of("0123456789", slash + 1) == std::string::npos;
+            Times& times = sized ? m_times[name.substr(0, slash)][std::stod(name.substr(slash + 1))]
+                                 : m_times[name][0];
+            times.real = run.GetAdjustedRealTime();
+            times.cpu = run.GetAdjustedCPUTime();
         }
         ConsoleReporter::ReportRuns(runs);
     }
@@ -36,15 +50,40 @@ public:
     }
 
 private:
+    struct Times {
+        double real = 0;
+        double cpu = 0;
+    };
+    using BySize = std::map<double, Times>;
+
     void print(const Ratio& ratio) {
-        const auto measured = m_realTime.find(ratio.measured);
-        const auto anchor = m_realTime.find(ratio.anchor);
-        if (measured == m_realTime.end() || anchor == m_realTime.end() || anchor->second <= 0)
+        const auto measured = m_times.find(ratio.measured);
+        const auto anchor = m_times.find(ratio.anchor);
+        if (measured == m_times.end() || anchor == m_times.end())
             return;
-        GetOutputStream() << ratio.label << ": " << std::fixed << std::setprecision(2)
-                          << measured->second / anchor->second << '\n';
+        std::ostream& out = GetOutputStream();
+        out << ratio.label << ':' << std::fixed << std::setprecision(2);
+        for (const auto& [size, times] : measured->second) {
+            const auto other = anchor->second.find(size);
+            if (other != anchor->second.end() && other->second.real > 0 && other->second.cpu > 0)
+                out << "  " << (size > 0 ? std::to_string(static_cast<long long>(size)) + ": " : "")
+                    << times.real / other->second.real << " (cpu " << times.cpu / other->second.cpu
+                    << ')';
+        }
+        if (measured->second.size() > 1)
+            out << "  growth exponent " << exponent(measured->second) << " (anchor "
+                << exponent(anchor->second) << ')';
+        out << '\n';
+    }
+
+    static double exponent(const BySize& times) {
+        if (times.size() < 2 || times.begin()->second.cpu <= 0)
+            return NAN;
+        const auto& [smallSize, small] = *times.begin();
+        const auto& [largeSize, large] = *times.rbegin();
+        return std::log(large.cpu / small.cpu) / std::log(largeSize / smallSize);
     }
 
     std::vector<Ratio> m_ratios;
-    std::map<std::string, double> m_realTime;
+    std::map<std::string, BySize> m_times;
 };
