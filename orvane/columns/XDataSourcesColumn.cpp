@@ -692,15 +692,24 @@ void XDataSourcesColumn::proposeFields(DetectionPlan& plan) const {
     for (const ColumnPtr& column : *m_columns)
         if (column->Field() && !column->ColumnDeleted())
             taken.insert(column->Field()->Field_Id());
-    for (std::size_t i = 0; i < plan.fields.size(); ++i) {
+    std::vector<QString> ids(plan.fields.size());
+    QStringList wanted;
+    for (std::size_t i = 0; i < ids.size(); ++i) {
         const qint32 fieldId =
             ColumnSave::FieldIdNamed(entityId, plan.additions[static_cast<qsizetype>(i)].name);
         if (fieldId <= 0 || taken.contains(fieldId))
             continue;
         taken.insert(fieldId);
-        const QString id = QString::number(fieldId);
-        plan.fields[i] = HostRegistry::FieldInfo().FieldsByIds(id).value(id);
+        ids[i] = QString::number(fieldId);
+        wanted << ids[i];
     }
+    if (wanted.isEmpty())
+        return;
+    // The field objects in one lookup, however many columns found one.
+    const auto fields = HostRegistry::FieldInfo().FieldsByIds(wanted.join(QLatin1Char(',')));
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        if (!ids[i].isEmpty())
+            plan.fields[i] = fields.value(ids[i]);
 }
 
 void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
