@@ -768,7 +768,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+154"/>
+        <location line="+163"/>
         <source>Naming Error. Column: </source>
         <translation type="unfinished"></translation>
     </message>
@@ -951,12 +951,12 @@
     </message>
     <message>
         <location line="+2"/>
-        <location line="+167"/>
+        <location line="+153"/>
         <source>Test Connection</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="-165"/>
+        <location line="-151"/>
         <source>Connect with this login and disconnect</source>
         <translation type="unfinished"></translation>
     </message>
@@ -981,24 +981,19 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+9"/>
-        <source>Table Columns</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+13"/>
+        <location line="+10"/>
         <location line="+25"/>
         <source>This application cannot read the database&apos;s catalog.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
         <location line="-22"/>
-        <location line="+30"/>
+        <location line="+27"/>
         <source>Please enter %1</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+17"/>
+        <location line="+18"/>
         <source>The connection succeeded.</source>
         <translation type="unfinished"></translation>
     </message>

@@ -189,18 +189,6 @@ bool XDataSourcesODBC::IsValid(const QString& sMsgBoxTitle) {
     return true;
 }
 
-QList<CatalogColumn> XDataSourcesODBC::TableColumns() {
-    QList<CatalogColumn> columns;
-    const QString title = tr("Table Columns");
-    if (!catalogReady(title, true))
-        return columns;
-    mOrvane::RunReported(*this, [&] {
-        BusyPointer busy;
-        columns = HostRegistry::SourceCatalog().Columns(login(), Table());
-    });
-    return columns;
-}
-
 ColumnDetection XDataSourcesODBC::TableDetection() const {
     ColumnDetection detection;
     if (!HostRegistry::HasSourceCatalog())
@@ -227,24 +215,22 @@ SourceLogin XDataSourcesODBC::login() const {
     return {Server(), Database(), UserId(), Password()};
 }
 
-bool XDataSourcesODBC::catalogReady(const QString& title, bool tableNeeded) {
+bool XDataSourcesODBC::catalogReady(const QString& title) {
     if (!HostRegistry::HasSourceCatalog()) {
         HostRegistry::App().MsgBox(tr("This application cannot read the database's catalog."),
                                    MsgBoxButtons::OKOnly, MsgBoxIcon::Exclamation, title);
         return false;
     }
-    QLineEdit* missing = Server().isEmpty()                 ? txtDB_Server
-                         : tableNeeded && Table().isEmpty() ? txtDB_Table
-                                                            : nullptr;
-    if (missing)
-        reportInvalid(tr("Please enter %1").arg(missing->objectName().mid(6)), title, missing);
-    return missing == nullptr;
+    if (Server().isEmpty())
+        reportInvalid(tr("Please enter %1").arg(txtDB_Server->objectName().mid(6)), title,
+                      txtDB_Server);
+    return !Server().isEmpty();
 }
 
 // The driver's reason is the message of a failure; the catalog keeps the password out of it.
 void XDataSourcesODBC::testConnection() {
     const QString title = tr("Test Connection");
-    if (!catalogReady(title, false))
+    if (!catalogReady(title))
         return;
     try {
         BusyPointer busy;
@@ -260,7 +246,7 @@ void XDataSourcesODBC::testConnection() {
 
 // A chosen table goes into the box as typing does, change event and all.
 void XDataSourcesODBC::pickTable() {
-    if (!catalogReady(tr("Select Table"), false))
+    if (!catalogReady(tr("Select Table")))
         return;
     QStringList tables;
     const bool read = mOrvane::RunReported(*this, [&] {

@@ -49,12 +49,9 @@ public:
                     const QString& sPassword);
     bool IsValid(const QString& sMsgBoxTitle);
 
-    // The columns of the table as the host's catalog reads them, to lay out the source's
-    // columns from. Without a catalog, server or table, or when reading fails, the user is told
-    // why and the list is empty.
-    QList<CatalogColumn> TableColumns();
-    // The same columns as the grid's Detect Columns takes them, at positions 1..n in the
-    // catalog's order; the reason in its error when they cannot be read, for the command to show.
+    // The table's columns as the host's catalog reads them, as the grid's Detect Columns takes
+    // them: positions 1..n in the catalog's order, types as the one-letter codes. Without a
+    // catalog, server or table, or when reading fails, the reason is in its error.
     ColumnDetection TableDetection() const;
 
 signals:
@@ -84,7 +81,7 @@ private:
 
     SourceLogin login() const;
     // Asks for the server first when it is empty; the title is the command's.
-    bool catalogReady(const QString& title, bool tableNeeded);
+    bool catalogReady(const QString& title);
     void testConnection();
     void pickTable();
 
