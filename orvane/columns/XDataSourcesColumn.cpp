@@ -14,12 +14,10 @@
 #include "orvane/host/IApplication.h"
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IField.h"
-#include "orvane/host/IFieldInfoService.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
-#include "orvane/model/ColumnSave.h"
 #include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
 #include "orvane/sources/ColumnDetector.h"
@@ -31,7 +29,6 @@
 #include <QHeaderView>
 #include <QMenu>
 #include <QMouseEvent>
-#include <QSet>
 #include <QTableView>
 #include <QToolBar>
 #include <QVBoxLayout>
@@ -664,7 +661,7 @@ void XDataSourcesColumn::detectColumns() {
 
 bool XDataSourcesColumn::DetectColumns(const DetectedColumns& detected) {
     DetectionPlan plan = DetectionPlan::Make(*m_columns, detected, m_nameLengthLimit);
-    proposeFields(plan);
+    plan.ProposeFields(*m_columns);
     if (!plan.ChangesLayout()) {
         const QString message = plan.differences.isEmpty()
                                     ? tr("The layout already has every column of the source.")
@@ -681,61 +678,13 @@ bool XDataSourcesColumn::DetectColumns(const DetectedColumns& detected) {
     return true;
 }
 
-// The entity's fields named as the new columns, each proposed once and only when no column of
-// the layout has it already (a field fills one column of a layout).
-void XDataSourcesColumn::proposeFields(DetectionPlan& plan) const {
-    plan.fields.assign(static_cast<std::size_t>(plan.additions.size()), nullptr);
-    if (!m_columns->Entity())
-        return;
-    const qint32 entityId = m_columns->Entity()->Entity_Id();
-    QSet<qint32> taken;
-    for (const ColumnPtr& column : *m_columns)
-        if (column->Field() && !column->ColumnDeleted())
-            taken.insert(column->Field()->Field_Id());
-    std::vector<QString> ids(plan.fields.size());
-    QStringList wanted;
-    for (std::size_t i = 0; i < ids.size(); ++i) {
-        const qint32 fieldId =
-            ColumnSave::FieldIdNamed(entityId, plan.additions[static_cast<qsizetype>(i)].name);
-        if (fieldId <= 0 || taken.contains(fieldId))
-            continue;
-        taken.insert(fieldId);
-        ids[i] = QString::number(fieldId);
-        wanted << ids[i];
-    }
-    if (wanted.isEmpty())
-        return;
-    // The field objects in one lookup, however many columns found one.
-    const auto fields = HostRegistry::FieldInfo().FieldsByIds(wanted.join(QLatin1Char(',')));
-    for (std::size_t i = 0; i < ids.size(); ++i)
-        if (!ids[i].isEmpty())
-            plan.fields[i] = fields.value(ids[i]);
-}
-
 void XDataSourcesColumn::applyDetection(const DetectionPlan& plan) {
     RedrawOff redraw(*this);
-    if (plan.timeStampPosition > 0) {
-        const ColumnPtr timeStamp = m_columns->TSColumn();
-        timeStamp->setPosition(plan.timeStampPosition);
-        timeStamp->setDirty(true);
-        if (m_grid->ColumnAt(1) == timeStamp)
-            m_grid->Refresh(1);
-    }
-    std::vector<ColumnPtr> added;
-    for (const DetectedColumn& column : plan.additions) {
-        const ColumnPtr model = m_columns->Add(column.name);
-        model->setColumn_Type(column.typeCode);
-        model->setPosition(column.position);
-        if (const auto& field = plan.fields[added.size()]) {
-            model->setField(field);
-            model->setFieldMapped(true);
-        }
-        model->setColPosition(m_grid->ColumnCount() + static_cast<qint32>(added.size()) + 1);
-        added.push_back(model);
-    }
-    m_grid->Append(added);
-    for (qint32 column = m_grid->ColumnCount() - static_cast<qint32>(added.size()) + 1;
-         column <= m_grid->ColumnCount(); ++column)
+    const qint32 firstNew = m_grid->ColumnCount() + 1;
+    m_grid->Append(plan.Apply(*m_columns, firstNew));
+    if (plan.timeStampPosition > 0 && m_grid->ColumnAt(1) == m_columns->TSColumn())
+        m_grid->Refresh(1);
+    for (qint32 column = firstNew; column <= m_grid->ColumnCount(); ++column)
         fitWidth(column);
     refreshToolbar();
 }

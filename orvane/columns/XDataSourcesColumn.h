@@ -109,7 +109,6 @@ private:
     void addField();
     void editField();
     void detectColumns();
-    void proposeFields(DetectionPlan& plan) const;
     void applyDetection(const DetectionPlan& plan);
 
     // Shared steps of the commands.

@@ -1,7 +1,12 @@
 #include "orvane/sources/DetectionPlan.h"
 
+#include "orvane/host/HostRegistry.h"
+#include "orvane/host/IEntity.h"
+#include "orvane/host/IField.h"
+#include "orvane/host/IFieldInfoService.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/ColumnSave.h"
 #include "orvane/model/DataTypes.h"
 
 #include <QCoreApplication>
@@ -157,6 +162,59 @@ private:
 DetectionPlan DetectionPlan::Make(const CDataSourcesColumns& layout,
                                   const DetectedColumns& detected, qint32 nameLengthLimit) {
     return Planner(layout, nameLengthLimit).Run(detected);
+}
+
+// The entity's fields named as the new columns, each proposed once and only when no column of
+// the layout has it already (a field fills one column of a layout).
+void DetectionPlan::ProposeFields(const CDataSourcesColumns& layout) {
+    fields.assign(static_cast<std::size_t>(additions.size()), nullptr);
+    if (!layout.Entity())
+        return;
+    const qint32 entityId = layout.Entity()->Entity_Id();
+    QSet<qint32> taken;
+    for (const auto& column : layout)
+        if (column->Field() && !column->ColumnDeleted())
+            taken.insert(column->Field()->Field_Id());
+    std::vector<QString> ids(fields.size());
+    QStringList wanted;
+    for (std::size_t i = 0; i < ids.size(); ++i) {
+        const qint32 fieldId =
+            ColumnSave::FieldIdNamed(entityId, additions[static_cast<qsizetype>(i)].name);
+        if (fieldId <= 0 || taken.contains(fieldId))
+            continue;
+        taken.insert(fieldId);
+        ids[i] = QString::number(fieldId);
+        wanted << ids[i];
+    }
+    if (wanted.isEmpty())
+        return;
+    const auto found = HostRegistry::FieldInfo().FieldsByIds(wanted.join(QLatin1Char(',')));
+    for (std::size_t i = 0; i < ids.size(); ++i)
+        if (!ids[i].isEmpty())
+            fields[i] = found.value(ids[i]);
+}
+
+std::vector<std::shared_ptr<CDataSourcesColumn>>
+DetectionPlan::Apply(CDataSourcesColumns& layout, qint32 firstColPosition) const {
+    if (timeStampPosition > 0) {
+        const auto timeStamp = layout.TSColumn();
+        timeStamp->setPosition(timeStampPosition);
+        timeStamp->setDirty(true);
+    }
+    std::vector<std::shared_ptr<CDataSourcesColumn>> added;
+    for (const DetectedColumn& column : additions) {
+        const auto model = layout.Add(column.name);
+        model->setColumn_Type(column.typeCode);
+        model->setPosition(column.position);
+        const std::size_t at = added.size();
+        if (at < fields.size() && fields[at]) {
+            model->setField(fields[at]);
+            model->setFieldMapped(true);
+        }
+        model->setColPosition(firstColPosition + static_cast<qint32>(at));
+        added.push_back(model);
+    }
+    return added;
 }
 
 } // namespace Orvane

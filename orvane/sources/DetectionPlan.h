@@ -8,6 +8,7 @@
 
 namespace Orvane {
 
+class CDataSourcesColumn;
 class CDataSourcesColumns;
 class IField;
 
@@ -24,6 +25,14 @@ struct DetectionPlan {
     std::vector<std::shared_ptr<IField>> fields;
 
     bool ChangesLayout() const { return !additions.isEmpty() || timeStampPosition > 0; }
+
+    // Fills `fields` from the dictionary of the layout's entity (one lookup for all of them).
+    void ProposeFields(const CDataSourcesColumns& layout);
+
+    // Carries the plan out on the layout: the time stamp's new place and the new columns, each
+    // mapped to its proposed field and numbered in the editor from firstColPosition on.
+    std::vector<std::shared_ptr<CDataSourcesColumn>> Apply(CDataSourcesColumns& layout,
+                                                           qint32 firstColPosition) const;
 
     // nameLengthLimit is the declared width of the column name in the database. In a time
     // series the first date column of the source is the time stamp.
