@@ -1,19 +1,16 @@
 #include "orvane/columns/XDataSourcesColumn.h"
 
 #include "orvane/columns/ColumnCommands.h"
+#include "orvane/columns/ColumnFieldPrompt.h"
 #include "orvane/columns/ColumnGridDelegate.h"
 #include "orvane/columns/ColumnGridModel.h"
 #include "orvane/columns/ColumnGridRows.h"
 #include "orvane/columns/ColumnNamePrompt.h"
 #include "orvane/columns/ColumnValidation.h"
 #include "orvane/dialogs/fDetectColumns.h"
-#include "orvane/dialogs/fFieldInfo.h"
-#include "orvane/dialogs/frmKeySelector.h"
 #include "orvane/host/BusyPointer.h"
 #include "orvane/host/HostRegistry.h"
 #include "orvane/host/IApplication.h"
-#include "orvane/host/IEntity.h"
-#include "orvane/host/IField.h"
 #include "orvane/host/IQueryService.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
@@ -48,12 +45,6 @@ constexpr int CellPadding = 24;
 // A new column starts with the first type of the list.
 QString newColumnType() {
     return mOrvane::DataTypeCode(mOrvane::DataTypeList.section(QLatin1Char('\t'), 0, 0));
-}
-
-// The field editor speaks of types by their names.
-QString typeName(const CDataSourcesColumn& column) {
-    const QString name = mOrvane::DataTypeNameFromCode(column.Column_Type());
-    return name.isEmpty() ? column.Column_Type() : name;
 }
 
 } // namespace
@@ -527,7 +518,7 @@ void XDataSourcesColumn::addKeyField() {
         return;
     {
         RedrawOff redraw(*this);
-        if (!selectKey(*model, false))
+        if (!ColumnFieldPrompt::ChooseKey(this, *m_columns, *model, false))
             return;
         if (model->Column_Id() > 0)
             model->setKeyAdded(true);
@@ -543,7 +534,7 @@ void XDataSourcesColumn::editKeyField() {
         return;
     {
         RedrawOff redraw(*this);
-        if (selectKey(*model, true)) {
+        if (ColumnFieldPrompt::ChooseKey(this, *m_columns, *model, true)) {
             model->MarkKeyEdited();
             redrawCurrentColumn();
         }
@@ -554,75 +545,23 @@ void XDataSourcesColumn::editKeyField() {
 
 void XDataSourcesColumn::addField() {
     const ColumnPtr model = currentColumn();
-    if (!model)
+    if (!model || !ColumnFieldPrompt::AddField(this, *m_columns, *model))
         return;
-    std::shared_ptr<IField> field;
-    do {
-        fFieldInfo dialog(this);
-        dialog.InitializeForNew(m_columns->Entity(), typeName(*model), nullptr);
-        HostRegistry::App().ShowModal(dialog);
-        if (!dialog.Ok())
-            return;
-        field = dialog.Field();
-    } while (refuseDuplicateFieldName(*model, *field));
-
-    model->setField(field);
     redrawCurrentColumn();
-    if (model->Column_Id() > 0)
-        model->setFieldAdded(true);
     refreshToolbar();
     emit xdscChange();
 }
 
+// The grid shows the field's current name, which validation compares.
 void XDataSourcesColumn::editField() {
     const ColumnPtr model = currentColumn();
-    if (!model || !model->Field())
+    if (!model || !model->Field() || !ColumnFieldPrompt::EditField(this, *m_columns, *model))
         return;
-    fFieldInfo dialog(this);
-    dialog.InitializeForNew(m_columns->Entity(), typeName(*model), model->Field());
-    HostRegistry::App().ShowModal(dialog);
-    if (!dialog.Ok() || !dialog.Modified())
-        return;
-    // The grid shows the field's current name, which validation compares; a field added during
-    // this edit is still to be created, so it is not marked for an update.
     redrawCurrentColumn();
-    if (!model->FieldAdded())
-        model->setFieldDirty(true);
     emit xdscChange();
 }
 
 // ---- Shared steps ---------------------------------------------------------------------------
-
-bool XDataSourcesColumn::selectKey(CDataSourcesColumn& model, bool editing) {
-    frmKeySelector selector(this);
-    selector.setColumns(m_columns.get());
-    if (editing)
-        selector.Initialize(model.Key_Ordinal(), model.KeyFld_Id());
-    else
-        selector.setOrdinal(m_columns->BiggestOrdinal() + 1);
-    HostRegistry::App().ShowModal(selector);
-    if (selector.Cancel())
-        return false;
-    model.setKey_Ordinal(selector.Ordinal());
-    model.setKeyEntity_Id(selector.EntityID());
-    model.setKeyFld_Id(selector.FieldId());
-    model.setKeyFld_Name(selector.FieldName());
-    // The selector's name carries the entity's label; a stored entity name no longer applies,
-    // so the Key Field cell shows the name alone until the document is loaded again.
-    model.setKeyEntity(QString());
-    model.setKeyEntity_Label(QString());
-    return true;
-}
-
-bool XDataSourcesColumn::refuseDuplicateFieldName(const CDataSourcesColumn& model,
-                                                  const IField& field) {
-    if (!m_columns->FieldNameUsedElsewhere(model, field.Field_Name()))
-        return false;
-    HostRegistry::App().MsgBox(
-        tr("Field name is in use.") + MsgBoxLineBreak + tr("Please select a different name."),
-        MsgBoxButtons::OKOnly, MsgBoxIcon::Critical, tr("CANNOT USE DUPLICATE FIELD NAMES"));
-    return true;
-}
 
 QString XDataSourcesColumn::askColumnName(const CDataSourcesColumn* renaming) {
     const ColumnNamePrompt::Answer answer =

@@ -20,7 +20,6 @@ class ColumnCommands;
 class ColumnGridModel;
 struct ColumnDetection;
 struct DetectionPlan;
-class IField;
 
 // The column layout editor: a toolbar above a grid in which each column of a data source is one
 // grid column and its attributes are the rows. It edits the document's column collection in
@@ -120,12 +119,7 @@ private:
     void restoreColumn(const ColumnPtr& model);
     void moveColumn(qint32 from, qint32 to);
     void resyncPositions();
-    // Shows the key field selector for the current column, new or on its key; on OK the column
-    // takes the chosen ordinal and key field. False when the user cancelled.
-    bool selectKey(CDataSourcesColumn& model, bool editing);
     void redrawCurrentColumn();
-    // True, after telling the user, when another column already has a field of that name.
-    bool refuseDuplicateFieldName(const CDataSourcesColumn& model, const IField& field);
 
     ColumnCommands* m_commands = nullptr;
     QTableView* fpsColumns = nullptr;
