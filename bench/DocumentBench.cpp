@@ -276,7 +276,7 @@ void Bench::loadDocument(const Sized& sized, int columnCount) {
 }
 
 void Bench::saveDocument(CDataSourcesData& document) {
-    Studio::TransactionScope transaction(*m_db);
+    Studio::TransactionScope transaction(*m_db, Studio::StatementDelivery::Batched);
     document.SaveData();
     transaction.Commit();
 }
