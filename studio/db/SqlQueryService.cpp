@@ -24,8 +24,8 @@ struct SqlQueryService::Private {
     bool setUp = false;
     QSqlQuery unprepared; // the last statement run as text
 
-    // The query that ran the statement; read it before the next. Null when the statement, which
-    // may be held, was.
+    // The query that ran the statement; read it before the next. Null when the statement was
+    // held, which mayHold allows.
     QSqlQuery* run(const QString& statement, bool mayHold = false);
 };
 
