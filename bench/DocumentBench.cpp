@@ -6,9 +6,9 @@
 // - Load: CDataSourcesData::InitEdit of a stored document whose every column is mapped to a
 //   dictionary field and every fifth is a key; the anchor runs the statements InitEdit sends (the
 //   column query, the one batch field lookup, the settings query) and reads every value.
-// - Save: SaveData of a new document's columns, every fifth a key, in one transaction that
-//   commits, as the studio saves; the anchor runs the same sequence steps and inserts in one
-//   transaction. Both remove the rows they wrote while the clock is stopped.
+// - Save: SaveData of a new document's columns, every fifth a key, in one batched transaction
+//   that commits, as the studio saves; the anchor runs the same sequence steps and inserts one by
+//   one in one transaction. Both remove the rows they wrote while the clock is stopped.
 // - Ids: NextSequenceValue drawn 100 and 1,000 times, beside the sequence statement as text.
 // - Studio save: DocumentWindow::Save of the stored document of each size, opened once: the
 //   editors' validation, the document row and SaveData in one transaction, and the reload of the
@@ -276,7 +276,7 @@ void Bench::loadDocument(const Sized& sized, int columnCount) {
 }
 
 void Bench::saveDocument(CDataSourcesData& document) {
-    Studio::TransactionScope transaction(*m_db);
+    Studio::TransactionScope transaction(*m_db, Studio::StatementDelivery::Batched);
     document.SaveData();
     transaction.Commit();
 }

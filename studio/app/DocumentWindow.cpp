@@ -321,9 +321,10 @@ DocumentWindow::WriteOutcome DocumentWindow::writeInOneTransaction() {
 }
 
 // A rollback that fails in turn (the database may have ended the transaction itself) has
-// committed nothing either, and must not hide the error that stopped the save.
+// committed nothing either, and must not hide the error that stopped the save. Any failure,
+// wherever a batched statement reports it, undoes the whole save alike.
 void DocumentWindow::writeDocument(bool insert) {
-    TransactionScope transaction(m_database);
+    TransactionScope transaction(m_database, StatementDelivery::Batched);
     if (insert)
         m_document->setDocId(m_store->NewId());
     else

@@ -42,7 +42,8 @@ QString sqlTypeOf(const ProcedureParameter& parameter) {
 } // namespace
 
 PostgresBackend::PostgresBackend(SqlConnection& connection)
-    : m_connection(connection) {
+    : m_connection(connection)
+    , m_pool(connection) {
     SetTimeout(60);
 }
 
@@ -54,6 +55,8 @@ qint32 PostgresBackend::NextSequenceValue(const QString& sequence) {
     RequirePlainName(sequence, QStringLiteral("sequence"));
     // Kept prepared: a query prepared per call costs the server a PREPARE and a DEALLOCATE.
     const QString name = sequence.toLower();
+    if (m_connection.Batching())
+        return m_pool.Next(name);
     QSqlQuery& query =
         m_connection.RunPrepared(QStringLiteral("SELECT nextval(CAST(? AS regclass))"), {name},
                                  QStringLiteral("SELECT nextval('%1')").arg(name));

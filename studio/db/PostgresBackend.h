@@ -1,6 +1,7 @@
 #pragma once
 
 #include "studio/db/DatabaseBackend.h"
+#include "studio/db/SequencePool.h"
 
 namespace Orvane::Studio {
 
@@ -14,6 +15,7 @@ public:
     explicit PostgresBackend(SqlConnection& connection);
 
     QString Translate(const QString& statement) const override;
+    // In a batched transaction from values drawn ahead, elsewhere one by one.
     qint32 NextSequenceValue(const QString& sequence) override;
     QVariant CallProcedure(const QString& procedure,
                            const QList<ProcedureParameter>& parameters) override;
@@ -24,6 +26,7 @@ public:
 
 private:
     SqlConnection& m_connection;
+    SequencePool m_pool;
     qint32 m_timeout = -1;
     int m_timeoutSession = -1; // the connection's session the time-out was set in
 };

@@ -1,6 +1,7 @@
 #include "studio/db/SqlConnection.h"
 
 #include "orvane/host/OrvaneError.h"
+#include "studio/db/PostgresPipeline.h"
 #include "studio/db/PreparedQueryCache.h"
 #include "studio/db/StatementRedaction.h"
 
@@ -47,6 +48,10 @@ bool endsTheConnection(const QSqlError& error, const QString& driver) {
 // Enough for every shape of statement one save or load sends.
 constexpr qsizetype PreparedQueries = 64;
 
+// Statements held before they are sent anyway: a round trip per thousand costs little and keeps
+// the memory held small.
+constexpr qsizetype HeldStatements = 1000;
+
 bool changesSchema(const QString& statement) {
     const QString start = statement.trimmed().left(6);
     return start.compare(QLatin1String("CREATE"), Qt::CaseInsensitive) == 0 ||
@@ -60,6 +65,8 @@ SqlConnection::SqlConnection(ConnectionDescription description)
     : m_description(std::move(description))
     , m_name(nextConnectionName())
     , m_prepared(std::make_unique<PreparedQueryCache>(PreparedQueries)) {
+    if (m_description.backend == SqlBackend::PostgreSQL)
+        m_pipeline = std::make_unique<PostgresPipeline>();
     try {
         open();
     } catch (...) {
@@ -157,6 +164,7 @@ void SqlConnection::failOpening(const QString& reason) const {
 
 QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& values) {
     ReopenIfLost();
+    sendHeld();
     if (changesSchema(statement))
         m_prepared->Clear();
     QSqlQuery query(Database());
@@ -177,6 +185,7 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
 QSqlQuery& SqlConnection::RunPrepared(const QString& statement, const QVariantList& values,
                                       const QString& shown) {
     ReopenIfLost();
+    sendHeld();
     QSqlQuery* query = m_prepared->Find(statement);
     if (!query) {
         QSqlQuery prepared(Database());
@@ -192,10 +201,32 @@ QSqlQuery& SqlConnection::RunPrepared(const QString& statement, const QVariantLi
     return *query;
 }
 
+void SqlConnection::Defer(const QString& statement, const QVariantList& values,
+                          const QString& shown) {
+    if (!m_batching) {
+        RunPrepared(statement, values, shown).finish();
+        return;
+    }
+    m_pipeline->Add(statement, values, shown);
+    if (m_pipeline->Size() >= HeldStatements)
+        sendHeld();
+}
+
+void SqlConnection::sendHeld() {
+    if (!m_pipeline || m_pipeline->Size() == 0)
+        return;
+    if (const auto failure = m_pipeline->Send(Database(), m_session))
+        failStatement(failure->error, failure->shown);
+}
+
 void SqlConnection::failStatement(const QSqlQuery& query, const QString& shown) {
+    failStatement(query.lastError(), shown);
+}
+
+void SqlConnection::failStatement(const QSqlError& error, const QString& shown) {
     const StatementRedaction redaction(shown);
     throw Error(QStringLiteral("%1\nStatement: %2")
-                    .arg(redaction.Hide(failureOf(query.lastError())), redaction.Statement()));
+                    .arg(redaction.Hide(failureOf(error)), redaction.Statement()));
 }
 
 // Notes a lost connection; a server that dropped it leaves later statements without a reason of
@@ -211,7 +242,7 @@ QString SqlConnection::failureOf(const QSqlError& error) {
         .trimmed();
 }
 
-void SqlConnection::Begin() {
+void SqlConnection::Begin(StatementDelivery delivery) {
     if (m_inTransaction)
         throw Error(
             QStringLiteral("A transaction is already open on %1.").arg(m_description.Shown()));
@@ -221,12 +252,24 @@ void SqlConnection::Begin() {
         throw Error(QStringLiteral("Cannot begin a transaction on %1: %2")
                         .arg(m_description.Shown(), failureOf(database.lastError())));
     m_inTransaction = true;
+    m_batching = m_pipeline && delivery == StatementDelivery::Batched;
 }
 
 void SqlConnection::Commit() {
     if (!m_inTransaction)
         throw Error(QStringLiteral("There is no open transaction to commit."));
     QSqlDatabase database = Database();
+    try {
+        sendHeld();
+    } catch (const Error&) {
+        // As a failed commit does: the caller finds the transaction ended.
+        m_inTransaction = false;
+        m_batching = false;
+        if (!m_lost)
+            database.rollback();
+        throw;
+    }
+    m_batching = false;
     if (!database.commit()) {
         const QString reason = failureOf(database.lastError());
         database.rollback();
@@ -241,6 +284,9 @@ void SqlConnection::Rollback() {
     if (!m_inTransaction)
         return;
     m_inTransaction = false;
+    m_batching = false;
+    if (m_pipeline)
+        m_pipeline->Discard();
     // The server ended the transaction with the session.
     if (m_lost)
         return;

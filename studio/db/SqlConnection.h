@@ -1,6 +1,7 @@
 #pragma once
 
 #include "studio/db/ConnectionDescription.h"
+#include "studio/db/StatementDelivery.h"
 
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -10,6 +11,7 @@
 
 namespace Orvane::Studio {
 
+class PostgresPipeline;
 class PreparedQueryCache;
 
 // One open Qt Sql connection. Everything that goes wrong is an Orvane::Error: opening names the
@@ -39,10 +41,17 @@ public:
     QSqlQuery& RunPrepared(const QString& statement, const QVariantList& values,
                            const QString& shown);
 
-    void Begin();
+    // Runs a statement as RunPrepared does, or, inside a batched transaction on PostgreSQL, holds
+    // it: what is held is sent before the next statement run here and before the commit, which
+    // fail with the first held statement that failed. A rollback drops what is held.
+    void Defer(const QString& statement, const QVariantList& values, const QString& shown);
+
+    void Begin(StatementDelivery delivery = StatementDelivery::AtOnce);
     void Commit();
     void Rollback();
     bool InTransaction() const { return m_inTransaction; }
+    // True inside a transaction begun Batched on PostgreSQL.
+    bool Batching() const { return m_batching; }
     // False once a statement found the connection lost, until it is opened again.
     bool IsConnected() const { return !m_lost; }
     // Opens a lost connection again unless a transaction is open.
@@ -55,15 +64,19 @@ private:
     void checkSqlitePath() const;
     void prepareSession();
     QString failureOf(const QSqlError& error);
+    void sendHeld();
     [[noreturn]] void failStatement(const QSqlQuery& query, const QString& shown);
+    [[noreturn]] void failStatement(const QSqlError& error, const QString& shown);
     [[noreturn]] void failOpening(const QString& reason) const;
 
     ConnectionDescription m_description;
     QString m_name;
     bool m_inTransaction = false;
+    bool m_batching = false;
     bool m_lost = false;
     int m_session = 0;
     std::unique_ptr<PreparedQueryCache> m_prepared;
+    std::unique_ptr<PostgresPipeline> m_pipeline; // PostgreSQL only
 };
 
 } // namespace Orvane::Studio

@@ -24,24 +24,29 @@ struct SqlQueryService::Private {
     bool setUp = false;
     QSqlQuery unprepared; // the last statement run as text
 
-    // The query that ran the statement; read it before the next.
-    QSqlQuery& run(const QString& statement);
+    // The query that ran the statement; read it before the next. Null when the statement was
+    // held, which mayHold allows.
+    QSqlQuery* run(const QString& statement, bool mayHold = false);
 };
 
 // On SQLite and PostgreSQL the statement's literals are bound to a query prepared once per
 // shape, so that statements differing only in their values are compiled once.
-QSqlQuery& SqlQueryService::Private::run(const QString& statement) {
+QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool mayHold) {
     const SqlBackend kind = connection.Backend();
     if (kind == SqlBackend::ODBC)
-        return unprepared = connection.Run(statement);
+        return &(unprepared = connection.Run(statement));
     const SqlTokenList tokens = OracleDialectBridge::TranslatedTokens(statement);
     const QString& sent = tokens.Statement();
     const StatementShape shape(tokens);
     if (!shape.HasValues())
-        return unprepared = connection.Run(sent);
+        return &(unprepared = connection.Run(sent));
     const auto numbers = kind == SqlBackend::PostgreSQL ? StatementShape::Numbers::Cast
                                                         : StatementShape::Numbers::Bare;
-    return connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
+    if (mayHold) {
+        connection.Defer(shape.Text(numbers), shape.Values(), sent);
+        return nullptr;
+    }
+    return &connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
 }
 
 SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm,
@@ -98,7 +103,7 @@ SqlQueryService::~SqlQueryService() = default;
 std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statement,
                                                            qint32 timeoutSeconds) {
     d->backend->SetTimeout(timeoutSeconds);
-    QSqlQuery& query = d->run(statement);
+    QSqlQuery& query = *d->run(statement);
     std::shared_ptr<SqlRecordset> recordset;
     if (query.isSelect())
         recordset = std::make_shared<SqlRecordset>(query);
@@ -107,7 +112,8 @@ std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statem
 }
 
 void SqlQueryService::ExecuteStatement(const QString& statement) {
-    d->run(statement).finish();
+    if (QSqlQuery* query = d->run(statement, true))
+        query->finish();
 }
 
 qint32 SqlQueryService::ExecuteCounted(const QString& statement) {
@@ -159,8 +165,8 @@ const QHash<QString, qint32>& SqlQueryService::columnsOf(const QString& table) {
     return *cached;
 }
 
-void SqlQueryService::BeginTransaction() {
-    d->connection.Begin();
+void SqlQueryService::BeginTransaction(StatementDelivery delivery) {
+    d->connection.Begin(delivery);
 }
 
 void SqlQueryService::CommitTransaction() {

@@ -3,6 +3,7 @@
 #include "orvane/host/IQueryService.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/DatabaseSchema.h"
+#include "studio/db/StatementDelivery.h"
 
 #include <functional>
 #include <memory>
@@ -67,8 +68,11 @@ public:
     qint32 ColumnWidth(const QString& table, const QString& column) override;
 
     // A second BeginTransaction before the first ends is an error; RollbackTransaction without
-    // an open transaction does nothing, so error handlers may always call it.
-    void BeginTransaction();
+    // an open transaction does nothing, so error handlers may always call it. In a Batched
+    // transaction on PostgreSQL, ExecuteStatement holds its statement back and the next call
+    // that reads, or the commit, sends it with the others held, many per round trip; a statement
+    // that failed is reported there, named as always. Ids are then drawn many at a time.
+    void BeginTransaction(StatementDelivery delivery = StatementDelivery::AtOnce);
     void CommitTransaction();
     void RollbackTransaction();
     bool InTransaction() const;

@@ -5,9 +5,9 @@
 
 namespace Orvane::Studio {
 
-TransactionScope::TransactionScope(SqlQueryService& service)
+TransactionScope::TransactionScope(SqlQueryService& service, StatementDelivery delivery)
     : m_service(service) {
-    m_service.BeginTransaction();
+    m_service.BeginTransaction(delivery);
 }
 
 TransactionScope::~TransactionScope() {

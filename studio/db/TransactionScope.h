@@ -1,5 +1,7 @@
 #pragma once
 
+#include "studio/db/StatementDelivery.h"
+
 namespace Orvane::Studio {
 
 class SqlQueryService;
@@ -11,7 +13,8 @@ class SqlQueryService;
 //     transaction.Commit();
 class TransactionScope {
 public:
-    explicit TransactionScope(SqlQueryService& service);
+    explicit TransactionScope(SqlQueryService& service,
+                              StatementDelivery delivery = StatementDelivery::AtOnce);
     ~TransactionScope();
     TransactionScope(const TransactionScope&) = delete;
     TransactionScope& operator=(const TransactionScope&) = delete;

@@ -103,7 +103,8 @@ void SqlHost::Save(CDataSourcesData& document) {
     const qint32 idBefore = document.DocId();
     const bool insert = document.IsNew();
     try {
-        Studio::TransactionScope transaction(*d->host.Database());
+        Studio::TransactionScope transaction(*d->host.Database(),
+                                             Studio::StatementDelivery::Batched);
         if (insert)
             document.setDocId(d->store.NewId());
         d->store.Write(document, *type, insert);

@@ -7,6 +7,7 @@
 namespace Orvane::Testing {
 namespace {
 
+using ::testing::AllOf;
 using ::testing::HasSubstr;
 
 // The server drops the connection as a restart does; the service opens it again, but never under
@@ -56,6 +57,23 @@ TEST_P(ConnectionLostTest, BeginOnADroppedConnectionFailsAndTheNextOneReconnects
     db->BeginTransaction();
     EXPECT_GT(count("qvn_entity"), 0);
     db->CommitTransaction();
+}
+
+// Statements held for a connection the server dropped fail at the commit, which ends the
+// transaction, and the next one reconnects.
+TEST_P(ConnectionLostTest, HeldStatementsOfADroppedConnectionFailAtTheCommit) {
+    db->BeginTransaction(Studio::StatementDelivery::Batched);
+    count("qvn_entity");
+    db->ExecuteStatement("UPDATE eds_document SET description = 'x' WHERE id = 2");
+    dropConnections();
+    EXPECT_THAT(errorOf([&] { db->CommitTransaction(); }),
+                AllOf(HasSubstr("was lost"), HasSubstr("Statement: UPDATE eds_document")));
+    EXPECT_FALSE(db->InTransaction());
+
+    db->BeginTransaction(Studio::StatementDelivery::Batched);
+    db->ExecuteStatement("UPDATE eds_document SET description = 'y' WHERE id = 2");
+    db->CommitTransaction();
+    EXPECT_EQ(scalar("SELECT description v FROM eds_document WHERE id = 2"), "y");
 }
 
 INSTANTIATE_TEST_SUITE_P(Databases, ConnectionLostTest, AllDatabases(), targetName);

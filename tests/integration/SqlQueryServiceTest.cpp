@@ -9,6 +9,7 @@
 #include <QDate>
 #include <QSet>
 #include <gmock/gmock.h>
+#include <thread>
 
 namespace Orvane::Testing {
 
@@ -207,6 +208,59 @@ TEST_P(SqlQueryServiceTest, ATransactionCommitsOrChangesNothing) {
     EXPECT_EQ(count("eds_column"), before + 1);
     EXPECT_THROW(db->CommitTransaction(), Error);
     EXPECT_NO_THROW(db->RollbackTransaction());
+}
+
+// Held statements reach the database before any read and before the commit; the first that fails
+// is reported by name, and nothing of the transaction is committed.
+TEST_P(SqlQueryServiceTest, BatchedStatementsAreReadBackAndAFailureCommitsNothing) {
+    const qint32 before = count("eds_column");
+    {
+        Studio::TransactionScope transaction(*db, Studio::StatementDelivery::Batched);
+        insertColumn(201, "HELD", 9);
+        EXPECT_EQ(columnName(201), "HELD");
+        db->ExecuteStatement("UPDATE eds_column SET col_name = 'A?' || '?' WHERE col_id = 201");
+        EXPECT_EQ(db->ExecuteCounted("UPDATE eds_column SET col_position = 8 WHERE col_id = 201"),
+                  1);
+        EXPECT_EQ(columnName(201), "A??");
+        const std::string error = errorOf([&] {
+            insertColumn(202, "BEFORE", 9);
+            insertColumn(201, "CLASHES", 9);
+            insertColumn(203, "AFTER", 9);
+            transaction.Commit();
+        });
+        EXPECT_THAT(error, AllOf(HasSubstr("Statement: INSERT INTO eds_column"),
+                                 HasSubstr("'CLASHES'"), Not(HasSubstr("AFTER"))));
+    }
+    EXPECT_EQ(count("eds_column"), before);
+}
+
+// Each session draws ids ahead, many per round trip; drawn at once by two, and kept across a
+// rollback, none is handed out twice.
+TEST_P(SqlQueryServiceTest, IdsDrawnAheadByTwoSessionsAtOnceNeverRepeat) {
+    if (!onPostgres())
+        GTEST_SKIP() << "SQLite's sequence table takes back what a rollback undoes";
+    const auto draw = [](Studio::SqlQueryService& service, QList<qint32>& ids) {
+        for (int round = 0; round < 3; ++round) {
+            Studio::TransactionScope transaction(service, Studio::StatementDelivery::Batched);
+            for (int i = 0; i < 700; ++i)
+                ids << service.NextSequenceValue(MSQL::ColumnSequence);
+            if (round != 1)
+                transaction.Commit();
+        }
+    };
+    QList<qint32> mine, theirs;
+    std::thread other([&] {
+        Studio::SqlQueryService service(connectionText());
+        draw(service, theirs);
+    });
+    draw(*db, mine);
+    other.join();
+    QSet<qint32> all(mine.begin(), mine.end());
+    all.unite(QSet<qint32>(theirs.begin(), theirs.end()));
+    EXPECT_EQ(all.size(), mine.size() + theirs.size());
+    EXPECT_GT(*std::min_element(all.begin(), all.end()), 6) << "above the demo data";
+    EXPECT_GT(db->NextSequenceValue(MSQL::ColumnSequence),
+              *std::max_element(all.begin(), all.end()));
 }
 
 // Statements that differ only in their values share one prepared query; each must answer as its
