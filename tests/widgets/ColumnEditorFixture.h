@@ -4,6 +4,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
 
 #include <QAction>
 #include <QMenu>
@@ -100,12 +101,6 @@ protected:
         QStringList list;
         for (const RecordedInputBox& box : app->inputBoxes)
             list << box.prompt + QStringLiteral(" | ") + box.title;
-        return list;
-    }
-    QStringList messages() const {
-        QStringList list;
-        for (const RecordedMsgBox& box : app->msgBoxes)
-            list << box.prompt;
         return list;
     }
 
