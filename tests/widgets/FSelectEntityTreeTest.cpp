@@ -23,13 +23,10 @@ protected:
 
     // The one message shown, refusing what was picked.
     void expectRefused(const QString& what) {
-        ASSERT_EQ(app->msgBoxes.size(), 1);
-        EXPECT_EQ(app->msgBoxes[0].prompt, "Selected " + what +
-                                               " is not allowed to be used for external data\r\n"
-                                               "Please select another " +
-                                               what);
-        EXPECT_EQ(app->msgBoxes[0].title, "Select " + what);
-        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Information);
+        EXPECT_EQ(boxes(*app), QStringList{"Information Select " + what + ": Selected " + what +
+                                           " is not allowed to be used for external data\r\n"
+                                           "Please select another " +
+                                           what});
         EXPECT_FALSE(dialog.Ok());
         app->msgBoxes.clear();
     }
