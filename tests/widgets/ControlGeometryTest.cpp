@@ -85,8 +85,7 @@ protected:
 
     // The object names the focus visits, pressing Tab from the first control.
     static QString tabOrder(QWidget& window, const QString& first, int count) {
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        showActive(window);
         child(window, first)->setFocus();
         QStringList visited{first};
         while (visited.size() < count) {
@@ -122,32 +121,19 @@ TEST_F(ControlGeometryTest, EveryInputShowsInADocumentWindowAndInEachDialog) {
         }
     }
 
-    const std::function<QDialog*()> dialogs[] = {
-        [] {
-            auto* tree = new FSelectEntityTree;
-            tree->Initialize("Select Entity for this Data Source", 2, "System", 0);
-            return tree;
-        },
-        [] {
-            auto* tree = new FSelectEntityTree;
-            tree->Initialize("Select Key Field", 0, "CELL", 0);
-            return tree;
-        },
-        [this] {
-            auto* field = new fFieldInfo;
-            field->InitializeForNew(entity, "Float", nullptr);
-            return field;
-        },
-        [] {
-            auto* key = new frmKeySelector;
-            key->Initialize(2, 0);
-            return key;
-        },
-    };
-    for (const auto& create : dialogs) {
-        std::unique_ptr<QDialog> dialog(create());
+    FSelectEntityTree entityTree;
+    entityTree.Initialize("Select Entity for this Data Source", 2, "System", 0);
+    FSelectEntityTree keyTree;
+    keyTree.Initialize("Select Key Field", 0, "CELL", 0);
+    fFieldInfo fieldInfo;
+    fieldInfo.InitializeForNew(entity, "Float", nullptr);
+    frmKeySelector keySelector;
+    keySelector.Initialize(2, 0);
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&entityTree, &keyTree, &fieldInfo, &keySelector}) {
         SCOPED_TRACE(dialog->windowTitle().toStdString());
         expectEveryInputShown(*dialog);
+        dialog->hide();
     }
 }
 

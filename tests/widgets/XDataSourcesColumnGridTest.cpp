@@ -150,11 +150,17 @@ TEST_F(ColumnGridTest, IsValidReportsTheFirstFailedCheckAndSelectsItsCell) {
         QString message;  // empty when the layout passes
         QString selected; // "column,row" of the one selected cell, or "none"
     } layouts[] = {
-        {"good layout; 501 passes, only the lower bound counts",
+        {"good layout; 501 passes, only the lower bound counts; a deleted key frees its ordinal",
          [](CDataSourcesColumns& c) {
              makeKey(*stored(c, "Site", 2, 2), 1, 44);
              stored(c, "Calls", 3, 501)->setField(field(12, "calls"));
-             stored(c, "Drops", 4, 3);
+             const auto second = stored(c, "Second", 4, 3);
+             makeKey(*second, 1, 45);
+             second->setKeyDeleted(true);
+             const auto gone = stored(c, "Gone", 5, 4);
+             makeKey(*gone, 2, 46);
+             gone->setColumnDeleted(true);
+             makeKey(*stored(c, "Third", 6, 5), 2, 47);
          },
          "", "none"},
         {"no column", [](CDataSourcesColumns& c) { c.Clear(); },
@@ -185,18 +191,6 @@ TEST_F(ColumnGridTest, IsValidReportsTheFirstFailedCheckAndSelectsItsCell) {
              makeKey(*stored(c, "Second", 3, 3), 1, 45);
          },
          "Column Second has a duplicate key specified.", "3,4"},
-        {"a deleted key frees its ordinal",
-         [](CDataSourcesColumns& c) {
-             makeKey(*stored(c, "First", 2, 2), 1, 44);
-             const auto second = stored(c, "Second", 3, 3);
-             makeKey(*second, 1, 45);
-             second->setKeyDeleted(true);
-             const auto gone = stored(c, "Gone", 4, 4);
-             makeKey(*gone, 2, 46);
-             gone->setColumnDeleted(true);
-             makeKey(*stored(c, "Third", 5, 5), 2, 47);
-         },
-         "", "none"},
         {"key column without its key field",
          [](CDataSourcesColumns& c) {
              const auto key = stored(c, "K", 2, 2);
