@@ -85,16 +85,29 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
     }
 }
 
+// The ordinal box takes digits only and follows the arrows.
 TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothing) {
-    open(2, 10);
+    open(499, 10);
     EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Cell: CellId");
-    EXPECT_EQ(upDown()->value(), 2);
+    EXPECT_EQ(upDown()->value(), 499);
     EXPECT_EQ(dialog.FieldId(), 10);
     EXPECT_EQ(dialog.EntityID(), 0);
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton); // no handler: the tree is cancelled
     EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
     EXPECT_FALSE(button("cmdOk")->isEnabled());
-    typeOrdinal("500");
+
+    QTest::keyClicks(ordinalBox(), "x -");
+    QTest::keyClick(ordinalBox(), Qt::Key_Backspace);
+    EXPECT_EQ(ordinalBox()->text(), "499");
+    QTest::keyClick(ordinalBox(), Qt::Key_Home);
+    QTest::keyClick(ordinalBox(), Qt::Key_Delete);
+    EXPECT_EQ(dialog.Ordinal(), 99);
+    EXPECT_EQ(upDown()->value(), 99);
+    typeOrdinal("499");
+    upDown()->stepUp();
+    upDown()->stepUp();
+    EXPECT_EQ(ordinalBox()->text(), "500");
+    EXPECT_TRUE(button("cmdOk")->isEnabled());
     EXPECT_EQ(pressOk(), QString());
     EXPECT_FALSE(dialog.Cancel());
     EXPECT_EQ(dialog.Ordinal(), 500);
@@ -103,24 +116,6 @@ TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothin
     QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
     EXPECT_TRUE(dialog.Cancel());
     EXPECT_FALSE(dialog.isVisible());
-}
-
-TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnlyAndFollowsTheArrows) {
-    open(499, 10);
-    QTest::keyClicks(ordinalBox(), "x -");
-    QTest::keyClick(ordinalBox(), Qt::Key_Backspace);
-    EXPECT_EQ(ordinalBox()->text(), "499");
-    QTest::keyClick(ordinalBox(), Qt::Key_Home);
-    QTest::keyClick(ordinalBox(), Qt::Key_Delete);
-    EXPECT_EQ(dialog.Ordinal(), 99);
-    EXPECT_EQ(upDown()->value(), 99);
-
-    typeOrdinal("499");
-    upDown()->stepUp();
-    upDown()->stepUp();
-    EXPECT_EQ(ordinalBox()->text(), "500");
-    EXPECT_EQ(dialog.Ordinal(), 500);
-    EXPECT_TRUE(button("cmdOk")->isEnabled());
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
