@@ -83,7 +83,7 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     CDataSourcesData doc;
     mOrvane::CopySettingsIntoDocument(editor, doc);
     EXPECT_EQ(QStringList({doc.DocDescription(), doc.FileName(), doc.Delimeter()}),
-              QStringList({"v1x", "/set/by/host.txt", ","}));
+              QStringList({"v1 x", "/set/by/host.txt", ","}));
     EXPECT_TRUE(doc.IsTimeSeries());
     EXPECT_EQ(doc.FreqId(), 1440);
 }

@@ -37,7 +37,7 @@ TEST_F(XDataSourcesODBCTest, EachSettingNotifiesAndReportsOnceAndCopiesIntoTheDo
     CDataSourcesData doc;
     mOrvane::CopySettingsIntoDocument(editor, doc);
     EXPECT_EQ(QStringList({doc.Server(), doc.Schema(), doc.Table(), doc.UserId(), doc.Password()}),
-              QStringList(5, "v1x"));
+              QStringList(5, "v1 x"));
     EXPECT_EQ(doc.FreqId(), 15);
 
     changes.clear();
