@@ -64,6 +64,7 @@ TEST_F(ColumnGridTest, InitNewShowsTheTimeStampColumnFirstAndOnce) {
     EXPECT_EQ(copied->Item("A")->ColPosition(), 2);
 }
 
+// Then the type list and the position cell edit the column.
 TEST_F(ColumnGridTest, InitEditShowsEachColumnNotDeletedInCollectionOrder) {
     const ColumnPtr site = stored(*columns, "Site", 1, 2, "S");
     makeKey(*site, 1, 44);
@@ -87,6 +88,29 @@ TEST_F(ColumnGridTest, InitEditShowsEachColumnNotDeletedInCollectionOrder) {
     EXPECT_EQ(changeCount(), 0);
     EXPECT_GT(grid().horizontalHeader()->sectionSize(1),
               grid().fontMetrics().horizontalAdvance("calls_total"));
+
+    grid().edit(cell(1, 2));
+    auto* combo = grid().viewport()->findChild<QComboBox*>();
+    ASSERT_NE(combo, nullptr);
+    EXPECT_EQ(combo->count(), 5);
+    EXPECT_EQ(combo->currentText(), "String");
+    combo->setCurrentIndex(combo->findText("ENUM"));
+    emit combo->activated(combo->currentIndex());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    EXPECT_EQ(text(1, 2), "ENUM");
+    EXPECT_EQ(site->Column_Type(), "E") << "held as the stored code";
+    EXPECT_TRUE(site->Dirty());
+    EXPECT_EQ(changeCount(), 1);
+
+    grid().edit(cell(1, 6));
+    auto* edit = grid().viewport()->findChild<QLineEdit*>();
+    ASSERT_NE(edit, nullptr);
+    edit->setText("7");
+    QTest::keyClick(edit, Qt::Key_Return);
+    QCoreApplication::processEvents(); // the view commits the editor queued
+    EXPECT_EQ(text(1, 6), "7");
+    EXPECT_EQ(site->Position(), 7);
+    EXPECT_EQ(changeCount(), 2);
 }
 
 TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
@@ -111,35 +135,6 @@ TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
     editor().ShowTimeSeriesColumn(false);
     EXPECT_EQ(columnCount(), 0);
     EXPECT_EQ(editor().Columns()->Count(), 0) << "a new time stamp is dropped";
-}
-
-TEST_F(ColumnGridTest, TheTypeListAndThePositionCellEditTheColumn) {
-    const ColumnPtr a = stored(*columns, "A", 1, 1, "I");
-    editor().InitEdit(columns);
-    forgetChanges();
-
-    grid().edit(cell(1, 2));
-    auto* combo = grid().viewport()->findChild<QComboBox*>();
-    ASSERT_NE(combo, nullptr);
-    EXPECT_EQ(combo->count(), 5);
-    EXPECT_EQ(combo->currentText(), "Integer");
-    combo->setCurrentIndex(combo->findText("ENUM"));
-    emit combo->activated(combo->currentIndex());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(text(1, 2), "ENUM");
-    EXPECT_EQ(a->Column_Type(), "E") << "held as the stored code";
-    EXPECT_TRUE(a->Dirty());
-    EXPECT_EQ(changeCount(), 1);
-
-    grid().edit(cell(1, 6));
-    auto* edit = grid().viewport()->findChild<QLineEdit*>();
-    ASSERT_NE(edit, nullptr);
-    edit->setText("7");
-    QTest::keyClick(edit, Qt::Key_Return);
-    QCoreApplication::processEvents(); // the view commits the editor queued
-    EXPECT_EQ(text(1, 6), "7");
-    EXPECT_EQ(a->Position(), 7);
-    EXPECT_EQ(changeCount(), 2);
 }
 
 // Each layout after a plain column A: the first failed check is reported and its cell selected.

@@ -236,6 +236,7 @@ TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
     EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
 }
 
+// Without element aggregation the one list is the aggregator.
 TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     dictionary->pairs = {{{"Sum", "Sum"}, 1}, {{"Sum", "Maximum"}, 2}, {{"Average", "Average"}, 3}};
     open(nullptr); // Sum / Sum
@@ -250,9 +251,7 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     list("cboTimeAggregator")->showPopup();
     list("cboTimeAggregator")->hidePopup();
     EXPECT_TRUE(dialog.Modified());
-}
 
-TEST_F(FieldEditorTest, SingleAggregatorWhenElementAggregationIsNotOffered) {
     dictionary->elementAggregation = false;
     dictionary->pairs = {{{"Average", ""}, 9}};
     open(stored);
