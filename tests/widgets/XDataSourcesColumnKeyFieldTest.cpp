@@ -142,13 +142,16 @@ TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsInsertedAndAnEditedStoredOn
     EXPECT_EQ(gridRow(5), QStringList({"", "Cell: cell_name", "Site: SiteId"}));
 }
 
+// Nor does clearing a field in a new document, even one with stored IDs, mark it for the save.
 TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
+    const ColumnPtr copied = stored(*columns, "D", 14, 1);
+    copied->setField(field(12, QStringLiteral("Volume")));
     editor().InitNew(columns);
     app->inputAnswers = {"Site"};
     trigger("Add");
     const ColumnPtr site = columns->Item("Site");
     keySelectorAnswers(true);
-    doubleClick(2, 5);
+    doubleClick(3, 5);
     EXPECT_EQ(opened, QStringList{"key 1"});
     EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
     forgetChanges();
@@ -156,28 +159,16 @@ TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped
     trigger("DelKey");
 
     EXPECT_FALSE(site->Is_Key() || site->KeyDeleted());
-    EXPECT_EQ(text(2, 4) + text(2, 5), "");
+    EXPECT_EQ(text(3, 4) + text(3, 5), "");
     EXPECT_EQ(changeCount(), 0);
-}
 
-TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnInAStoredDocumentIsUnmapped) {
-    openStoredDocument();
-    click(2, 1);
-    trigger("Clear");
-    EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_TRUE(b->FieldDeleted());
-
-    const auto fresh = std::make_shared<CDataSourcesColumns>();
-    const ColumnPtr copied = stored(*fresh, "D", 14, 1);
-    copied->setField(field(12, QStringLiteral("Volume")));
-    editor().InitNew(fresh);
     click(2, 1);
     trigger("Clear");
     EXPECT_EQ(copied->Field(), nullptr);
-    EXPECT_FALSE(copied->FieldDeleted()) << "nor has any field of a new document";
+    EXPECT_FALSE(copied->FieldDeleted());
 }
 
-TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAnEditedOneMarkedWhenStored) {
+TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarkedOrUnmapped) {
     openStoredDocument();
     click(3, 3);
     fieldEditorNames(QStringLiteral("VOLUME"));
@@ -218,6 +209,12 @@ TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAnEditedOneMarke
     dialogsAreCancelled();
     trigger("Field");
     EXPECT_EQ(changeCount(), 4) << "a cancelled field edit changes nothing";
+
+    // Clearing unmaps a stored field of a stored column in a stored document.
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(b->Field(), nullptr);
+    EXPECT_TRUE(b->FieldDeleted());
 }
 
 TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
