@@ -143,6 +143,19 @@ TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMa
     EXPECT_EQ(columns->Count(), 3);
     EXPECT_EQ(gridRow(1), QStringList({"A", "C"}));
     EXPECT_EQ(c->ColPosition(), 2);
+
+    // A database failure is reported with the caption and changes nothing.
+    editor().setWindowTitle("Orders");
+    a->setField(field(11, "a_field"));
+    query->FailOn("a.Field_Id", "ORA-03113");
+    app->msgBoxes.clear();
+    click(1, 1);
+    trigger("Delete");
+    trigger("Clear");
+    EXPECT_EQ(boxes(*app), QStringList(2, "Critical Orders: ORA-03113"));
+    EXPECT_FALSE(a->ColumnDeleted());
+    EXPECT_NE(a->Field(), nullptr);
+    EXPECT_TRUE(enabled("Right")) << "the toolbar still follows the current column";
 }
 
 TEST_F(ColumnCommandsTest, MovingIsAChangeOnlyWhenTheDatabaseKeepsTheOrder) {
@@ -237,22 +250,6 @@ TEST_F(ColumnCommandsTest, DoubleClicksRenameOrAppend) {
     emit grid().verticalHeader()->sectionDoubleClicked(0);
     EXPECT_EQ(gridRow(1), QStringList({"Stamp", "Alpha", "B", "C", "Last"}));
     EXPECT_TRUE(columns->Item("Stamp")->IsTimeStamp());
-}
-
-TEST_F(ColumnCommandsTest, ADatabaseFailureIsReportedWithTheCaption) {
-    openStoredDocument();
-    editor().setWindowTitle("Orders");
-    b->setField(field(12, "b_field"));
-    query->FailOn("a.Field_Id", "ORA-03113");
-    click(2, 1);
-
-    trigger("Delete");
-    trigger("Clear");
-
-    EXPECT_EQ(boxes(*app), QStringList(2, "Critical Orders: ORA-03113"));
-    EXPECT_FALSE(b->ColumnDeleted());
-    EXPECT_NE(b->Field(), nullptr);
-    EXPECT_TRUE(enabled("Right")) << "the toolbar still follows the current column";
 }
 
 // Detect Columns proposes what the source holds, appends it on OK and never overwrites.
