@@ -138,7 +138,7 @@ TEST_F(XDataSourcesGenTest, RemovingAStoredTimeStampColumnMustBeConfirmed) {
     EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabels) {
+TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabelsAndBrowseFillsTheFile) {
     app->editPermission = false;
     editor.Initialize("d", "/f", ",", true, 15);
     for (const char* input : {"txtDescription", "txtFile", "cboDelimeter", "ckTimeSeries"})
@@ -150,12 +150,10 @@ TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabels) {
     EXPECT_TRUE(file()->isEnabled());
     EXPECT_FALSE(frequency()->isEnabled()); // the frequency rule holds after Initialize
     EXPECT_EQ(frequency()->currentIndex(), -1);
-}
 
-TEST_F(XDataSourcesGenTest, BrowseTakesTheChosenPathAsTypedUnlessTheRuleForbidsIt) {
-    editor.InitializeDefaults();
+    // Browse takes the chosen path as typed unless the file name rule forbids it.
     app->fileAnswers = {"", "/data/day.csv", "/data/it's.csv"};
-    for (QString expected : {"", "/data/day.csv", "/data/day.csv"}) {
+    for (QString expected : {"/f", "/data/day.csv", "/data/day.csv"}) {
         child<QPushButton>(editor, "cmdBrowse")->click();
         EXPECT_EQ(editor.Eds_File(), expected);
     }

@@ -92,18 +92,17 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
     EXPECT_FALSE(dialog.Modified());
 }
 
-TEST_F(FieldEditorTest, NameRuleAcceptsAsciiNamesUpToTheMaximum) {
+// The checks run in order: name rule, technologies, a name taken by another field of the entity
+// (trimmed, without regard to case), then the aggregator pair. Nothing is saved.
+TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOrder) {
+    // The name rule takes ASCII names up to the maximum.
     EXPECT_TRUE(fFieldInfo::IsValidFieldName(QString(30, 'a'), 30));
     EXPECT_FALSE(fFieldInfo::IsValidFieldName(QString(31, 'a'), 30));
     for (const char* name : {"_a%1", "Abc_9", "_"})
         EXPECT_TRUE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
     for (const char* name : {"", "1abc", "a-b", "a b", "%a", "caf\u00e9", "a\u0661"})
         EXPECT_FALSE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
-}
 
-// The checks run in order: name rule, technologies, a name taken by another field of the entity
-// (trimmed, without regard to case), then the aggregator pair. Nothing is saved.
-TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOrder) {
     query->Answer("'VOLUME2'", {{{"field_id", 44}}});
     dictionary->pairs = {{{"Sum", "Sum"}, 1}};
     open(stored); // Average / Sum
