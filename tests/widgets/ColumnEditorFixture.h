@@ -4,6 +4,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "tests/support/FakeHost.h"
+#include "tests/widgets/ChildControl.h"
 
 #include <QAction>
 #include <QMenu>
@@ -72,17 +73,22 @@ protected:
     void click(int column, int row) { emit grid().clicked(cell(column, row)); }
     void doubleClick(int column, int row) { emit grid().doubleClicked(cell(column, row)); }
     // Right-clicks a cell, or beside the cells with no column given, and returns the pop-up menu
-    // that shows (closing it), or an empty name.
+    // that shows (closing it) as "menu: item=1 item=0 ..." with each item's enable state, or an
+    // empty text.
     QString rightClick(int column = 0, int row = 0) {
         const QPoint at = column > 0 ? grid().visualRect(cell(column, row)).center()
                                      : grid().viewport()->rect().bottomRight() - QPoint(2, 2);
         emit grid().customContextMenuRequested(at);
         QString shown;
         for (QMenu* candidate : editor().findChildren<QMenu*>()) {
-            if (candidate->isVisible()) {
-                shown = candidate->objectName();
-                candidate->hide();
+            if (!candidate->isVisible())
+                continue;
+            shown = candidate->objectName() + ':';
+            for (const QAction* item : candidate->actions()) {
+                if (!item->isSeparator())
+                    shown += ' ' + item->objectName() + (item->isEnabled() ? "=1" : "=0");
             }
+            candidate->hide();
         }
         return shown;
     }
@@ -100,12 +106,6 @@ protected:
         QStringList list;
         for (const RecordedInputBox& box : app->inputBoxes)
             list << box.prompt + QStringLiteral(" | ") + box.title;
-        return list;
-    }
-    QStringList messages() const {
-        QStringList list;
-        for (const RecordedMsgBox& box : app->msgBoxes)
-            list << box.prompt;
         return list;
     }
 

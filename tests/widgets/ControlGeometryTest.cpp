@@ -1,19 +1,25 @@
+#include "orvane/columns/XDataSourcesColumn.h"
 #include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/dialogs/fFieldInfo.h"
 #include "orvane/dialogs/frmKeySelector.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
+#include "orvane/host/HostRegistry.h"
 #include "tests/support/FakeHost.h"
 #include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMetaProperty>
+#include <QPluginLoader>
 #include <QTableView>
 #include <QTest>
 #include <QVBoxLayout>
+#include <QtUiPlugin/QDesignerCustomWidgetCollectionInterface>
 
 #include <functional>
 
@@ -79,8 +85,7 @@ protected:
 
     // The object names the focus visits, pressing Tab from the first control.
     static QString tabOrder(QWidget& window, const QString& first, int count) {
-        window.activateWindow();
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&window));
+        showActive(window);
         child(window, first)->setFocus();
         QStringList visited{first};
         while (visited.size() < count) {
@@ -116,33 +121,71 @@ TEST_F(ControlGeometryTest, EveryInputShowsInADocumentWindowAndInEachDialog) {
         }
     }
 
-    const std::function<QDialog*()> dialogs[] = {
-        [] {
-            auto* tree = new FSelectEntityTree;
-            tree->Initialize("Select Entity for this Data Source", 2, "System", 0);
-            return tree;
-        },
-        [] {
-            auto* tree = new FSelectEntityTree;
-            tree->Initialize("Select Key Field", 0, "CELL", 0);
-            return tree;
-        },
-        [this] {
-            auto* field = new fFieldInfo;
-            field->InitializeForNew(entity, "Float", nullptr);
-            return field;
-        },
-        [] {
-            auto* key = new frmKeySelector;
-            key->Initialize(2, 0);
-            return key;
-        },
-    };
-    for (const auto& create : dialogs) {
-        std::unique_ptr<QDialog> dialog(create());
+    FSelectEntityTree entityTree;
+    entityTree.Initialize("Select Entity for this Data Source", 2, "System", 0);
+    FSelectEntityTree keyTree;
+    keyTree.Initialize("Select Key Field", 0, "CELL", 0);
+    fFieldInfo fieldInfo;
+    fieldInfo.InitializeForNew(entity, "Float", nullptr);
+    frmKeySelector keySelector;
+    keySelector.Initialize(2, 0);
+    for (QDialog* dialog :
+         std::initializer_list<QDialog*>{&entityTree, &keyTree, &fieldInfo, &keySelector}) {
         SCOPED_TRACE(dialog->windowTitle().toStdString());
         expectEveryInputShown(*dialog);
+        dialog->hide();
     }
+}
+
+// Each public control made before a host is installed opens, says why it cannot act, and keeps
+// an input that would reach the host disabled; clicking it does nothing.
+TEST(NoHostTest, EveryControlShowsThatItHasNoHost) {
+    HostRegistry::Uninstall();
+    const std::pair<std::function<QWidget*()>, const char*> cases[] = {
+        {[] { return new XDataSourcesGen; }, "ckTimeSeries"},
+        {[] { return new XDataSourcesODBC; }, "ckTimeSeries"},
+        {[] { return new XDataSourcesColumn; }, "fpsColumns"},
+        {[] { return new frmKeySelector; }, "cmdSelect"},
+        {[] { return new FSelectEntityTree; }, "cboTypeFilter"},
+        {[] { return new fFieldInfo; }, "cmdStyle"},
+    };
+    for (const auto& [create, input] : cases) {
+        std::unique_ptr<QWidget> control(create());
+        SCOPED_TRACE(control->objectName().toStdString());
+        control->show();
+        ASSERT_TRUE(QTest::qWaitForWindowExposed(control.get()));
+        EXPECT_TRUE(child<QLabel>(*control, "lblNoHost")->isVisible());
+        EXPECT_FALSE(child(*control, input)->isEnabled());
+        QTest::mouseClick(child(*control, input), Qt::LeftButton);
+    }
+}
+
+// Each control is created through the plugin, names a header that exists, and shows Designer
+// its designable properties beyond QWidget's (the password is not one).
+TEST(DesignerPluginTest, OffersEachControlWithItsHeaderAndItsProperties) {
+    QPluginLoader loader(QStringLiteral(ORVANE_DESIGNER_PLUGIN));
+    auto* collection = qobject_cast<QDesignerCustomWidgetCollectionInterface*>(loader.instance());
+    ASSERT_TRUE(collection) << loader.errorString().toStdString();
+    QMap<QString, QStringList> offered;
+    for (QDesignerCustomWidgetInterface* plugin : collection->customWidgets()) {
+        EXPECT_TRUE(QFile::exists(QStringLiteral(ORVANE_SOURCE_DIR "/") + plugin->includeFile()));
+        EXPECT_TRUE(plugin->domXml().contains("class=\"" + plugin->name() + "\""));
+        const std::unique_ptr<QWidget> widget(plugin->createWidget(nullptr));
+        ASSERT_EQ(QString(widget->metaObject()->className()), plugin->name());
+        const QMetaObject* meta = widget->metaObject();
+        for (int i = QWidget::staticMetaObject.propertyCount(); i < meta->propertyCount(); ++i) {
+            if (meta->property(i).isDesignable())
+                offered[plugin->name()] << meta->property(i).name();
+        }
+    }
+    const QMap<QString, QStringList> expected = {
+        {"Orvane::XDataSourcesGen",
+         {"IsTimeSeries", "FreqId", "Description", "Eds_File", "Eds_Delimeter"}},
+        {"Orvane::XDataSourcesODBC",
+         {"IsTimeSeries", "FreqId", "Server", "Database", "Table", "UserId"}},
+        {"Orvane::XDataSourcesColumn", {"AppName"}},
+    };
+    EXPECT_EQ(offered, expected);
 }
 
 } // namespace

@@ -23,13 +23,10 @@ protected:
 
     // The one message shown, refusing what was picked.
     void expectRefused(const QString& what) {
-        ASSERT_EQ(app->msgBoxes.size(), 1);
-        EXPECT_EQ(app->msgBoxes[0].prompt, "Selected " + what +
-                                               " is not allowed to be used for external data\r\n"
-                                               "Please select another " +
-                                               what);
-        EXPECT_EQ(app->msgBoxes[0].title, "Select " + what);
-        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Information);
+        EXPECT_EQ(boxes(*app), QStringList{"Information Select " + what + ": Selected " + what +
+                                           " is not allowed to be used for external data\r\n"
+                                           "Please select another " +
+                                           what});
         EXPECT_FALSE(dialog.Ok());
         app->msgBoxes.clear();
     }
@@ -58,7 +55,8 @@ TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClos
     EXPECT_EQ(dialog.Field(), nullptr);
 }
 
-TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndCancelLeavesOkFalse) {
+TEST_F(FSelectEntityTreeTest,
+       FieldModeWithOnlyAnEntityAsksForAFieldCancelLeavesOkFalseAndAChosenFieldConfirms) {
     dialog.Initialize("Select Key Field", 0, "Cell", 8);
     EXPECT_EQ(tree()->showFields, 1);
     EXPECT_EQ(tree()->selectedItem, 8);
@@ -75,12 +73,9 @@ TEST_F(FSelectEntityTreeTest, FieldModeWithOnlyAnEntityAsksForAFieldAndCancelLea
     press(0);
     EXPECT_FALSE(dialog.Ok());
     EXPECT_EQ(dialog.result(), QDialog::Rejected);
-}
 
-TEST_F(FSelectEntityTreeTest, ChoosingAFieldInTheTreeConfirmsAtOnce) {
-    dialog.Initialize("Select Key Field", 0, "Cell", 0);
+    // Choosing a field in the tree confirms at once.
     const auto field = std::make_shared<FakeField>(8, "cell_id");
-    tree()->selectedKey = "3";
     tree()->selectedFields = {field};
     emit tree()->FieldChosen(field, "3");
     EXPECT_TRUE(dialog.Ok());

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "orvane/editors/SettingsCopy.h"
+#include "orvane/model/CDataSourcesData.h"
 #include "tests/support/FakeHost.h"
 #include "tests/widgets/ChildControl.h"
 
@@ -7,8 +9,8 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QMetaProperty>
 #include <QSignalSpy>
-#include <QTest>
 
 namespace Orvane::Testing {
 
@@ -22,29 +24,34 @@ protected:
                                        {{"frequency_id", 1440}, {"Description", "Daily"}}});
     }
 
-    QLineEdit* box(const char* name) { return child<QLineEdit>(editor, name); }
+    QLineEdit* box(const QString& name) { return child<QLineEdit>(editor, name); }
     QComboBox* list(const char* name) { return child<QComboBox>(editor, name); }
     QCheckBox* timeSeries() { return child<QCheckBox>(editor, "ckTimeSeries"); }
     QComboBox* frequency() { return list("cboFrequency"); }
 
-    void showActive() {
-        editor.show();
-        editor.activateWindow();
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&editor));
-    }
-
-    // IsValid("Doc") fails with one critical message, titled "Doc" and the suffix, and the focus
-    // on the control to correct.
-    void expectInvalid(const QString& message, const QString& titleSuffix, QWidget* focus) {
-        const QString title = QStringLiteral("Doc") + titleSuffix;
+    // IsValid("Doc") fails with this one message and the focus on the control to correct.
+    void expectInvalid(const QString& message, QWidget* focus) {
         app->msgBoxes.clear();
         EXPECT_FALSE(editor.IsValid(QStringLiteral("Doc")));
-        ASSERT_EQ(app->msgBoxes.size(), 1);
-        EXPECT_EQ(app->msgBoxes[0].prompt, message);
-        EXPECT_EQ(app->msgBoxes[0].title, title);
-        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-        EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::OKOnly);
-        EXPECT_EQ(QApplication::focusWidget(), focus) << title.toStdString();
+        EXPECT_EQ(boxes(*app), QStringList{message});
+        EXPECT_EQ(QApplication::focusWidget(), focus) << message.toStdString();
+    }
+
+    // Each text property notifies once when set (trimmed, then again unchanged) and once per
+    // keystroke in its box that changes the trimmed text; every keystroke raises dsgChange.
+    void expectTextPropertiesNotify(const QList<QPair<const char*, QString>>& map) {
+        for (const auto& [property, boxName] : map) {
+            SCOPED_TRACE(property);
+            const QMetaObject* meta = editor.metaObject();
+            QSignalSpy spy(&editor, meta->property(meta->indexOfProperty(property)).notifySignal());
+            editor.setProperty(property, " v1 ");
+            editor.setProperty(property, "v1");
+            const qsizetype editsBefore = changes.count();
+            QTest::keyClicks(box(boxName), " x");
+            ASSERT_EQ(spy.count(), 2);
+            EXPECT_EQ(spy.at(0).at(0).toString() + '|' + spy.at(1).at(0).toString(), "v1|v1 x");
+            EXPECT_EQ(changes.count(), editsBefore + 2);
+        }
     }
 
     Editor editor;

@@ -9,16 +9,9 @@
 namespace Orvane::Testing {
 namespace {
 
-const QString DuplicateFieldMessage =
-    QStringLiteral("Field name is in use.\r\nPlease select a different name.");
-
-template <class T> T& child(QDialog& dialog, const QString& name) {
-    return *dialog.findChild<T*>(name);
-}
-
 // The key and field commands, through the real key field selector and field editor that the
 // fake application's modal handlers fill in. Each handler records what its dialog showed as it
-// opened; the fake keeps the last handler for later shows, so a later command clears them first.
+// opened; the fake keeps the last handler for later shows, so a later command starts anew.
 class ColumnKeyFieldTest : public ColumnEditorTest {
 protected:
     ColumnKeyFieldTest() {
@@ -46,22 +39,22 @@ protected:
     // ordinal when one is given, and presses OK.
     void keySelectorAnswers(bool chooseSite, const QString& ordinal = QString()) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
-            auto& txtOrdinal = child<QLineEdit>(dialog, "txtOrdinal");
-            opened << "key " + txtOrdinal.text();
+            auto* txtOrdinal = child<QLineEdit>(dialog, "txtOrdinal");
+            opened << "key " + txtOrdinal->text();
             if (chooseSite)
-                child<QPushButton>(dialog, "cmdSelect").click();
+                child<QPushButton>(dialog, "cmdSelect")->click();
             if (!ordinal.isEmpty()) {
-                txtOrdinal.selectAll();
-                QTest::keyClicks(&txtOrdinal, ordinal);
+                txtOrdinal->selectAll();
+                QTest::keyClicks(txtOrdinal, ordinal);
             }
-            child<QPushButton>(dialog, "cmdOk").click();
+            child<QPushButton>(dialog, "cmdOk")->click();
             return dialog.result();
         });
         if (chooseSite) {
             app->modalHandlers.push_back([this](QDialog& dialog) {
                 widgets->lastTree->selectedKey = QStringLiteral("6");
                 widgets->lastTree->selectedFields = {siteId};
-                child<QPushButton>(dialog, "cmdButton(1)").click();
+                child<QPushButton>(dialog, "cmdButton(1)")->click();
                 return dialog.result();
             });
         }
@@ -72,15 +65,21 @@ protected:
     void fieldEditorNames(const QString& name) {
         app->modalHandlers.push_back([=, this](QDialog& dialog) {
             opened << dialog.windowTitle() + " | " +
-                          child<QComboBox>(dialog, "cboDataType").currentText();
-            auto& txtName = child<QLineEdit>(dialog, "txtName");
-            txtName.selectAll();
-            QTest::keyClicks(&txtName, name);
+                          child<QComboBox>(dialog, "cboDataType")->currentText();
+            auto* txtName = child<QLineEdit>(dialog, "txtName");
+            txtName->selectAll();
+            QTest::keyClicks(txtName, name);
             if (widgets->lastTechnologies->TechnologyMask() == 0)
                 widgets->lastTechnologies->check(3);
-            child<QPushButton>(dialog, "cmdOk").click();
+            child<QPushButton>(dialog, "cmdOk")->click();
             return dialog.result();
         });
+    }
+
+    // The next command's dialogs start from new handlers and a new record.
+    void nextDialogs() {
+        app->modalHandlers.clear();
+        opened.clear();
     }
 
     // Every later dialog is cancelled.
@@ -99,7 +98,7 @@ protected:
     QStringList opened;
 };
 
-TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsToBeInsertedHoweverOftenItIsEdited) {
+TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsInsertedAndAnEditedStoredOneUpdated) {
     openStoredDocument();
     click(3, 4);
     keySelectorAnswers(true);
@@ -114,21 +113,14 @@ TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsToBeInsertedHoweverOftenItI
     EXPECT_EQ(changeCount(), 1);
     EXPECT_TRUE(enabled("DelKey"));
 
-    app->modalHandlers.clear();
+    nextDialogs();
     keySelectorAnswers(false, QStringLiteral("5"));
     trigger("mnuKeysEdit");
     EXPECT_EQ(text(3, 4), "5");
-    EXPECT_TRUE(c->KeyAdded()) << "still to be inserted";
+    EXPECT_TRUE(c->KeyAdded()) << "still to be inserted however often it is edited";
 
-    // A move draws the column anew from its model; a loaded key shows its entity.
-    click(1, 1);
-    trigger("Right");
-    EXPECT_EQ(gridRow(5), QStringList({"", "Cell: cell_name", "Site: SiteId"}));
-}
-
-TEST_F(ColumnKeyFieldTest, AnEditedStoredKeyIsUpdatedAndACancelStillReportsAChange) {
-    openStoredDocument();
     click(1, 5);
+    nextDialogs();
     keySelectorAnswers(false, QStringLiteral("3"));
     trigger("Key");
     EXPECT_EQ(opened, QStringList{"key 1"}) << "the selector opens on the key's own ordinal";
@@ -136,21 +128,30 @@ TEST_F(ColumnKeyFieldTest, AnEditedStoredKeyIsUpdatedAndACancelStillReportsAChan
     EXPECT_TRUE(a->KeyDirty());
     EXPECT_EQ(text(1, 4), "3");
 
-    app->modalHandlers.clear();
+    nextDialogs();
     dialogsAreCancelled();
     a->setKeyDirty(false);
+    forgetChanges();
     trigger("mnuKeysEdit");
-    EXPECT_EQ(changeCount(), 2) << "a cancelled edit still reports a change";
+    EXPECT_EQ(changeCount(), 1) << "a cancelled edit still reports a change";
     EXPECT_FALSE(a->KeyDirty());
+
+    // A move draws the column anew from its model; a loaded key shows its entity.
+    click(1, 1);
+    trigger("Right");
+    EXPECT_EQ(gridRow(5), QStringList({"", "Cell: cell_name", "Site: SiteId"}));
 }
 
+// Nor does clearing a field in a new document, even one with stored IDs, mark it for the save.
 TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped) {
+    const ColumnPtr copied = stored(*columns, "D", 14, 1);
+    copied->setField(field(12, QStringLiteral("Volume")));
     editor().InitNew(columns);
     app->inputAnswers = {"Site"};
     trigger("Add");
     const ColumnPtr site = columns->Item("Site");
     keySelectorAnswers(true);
-    doubleClick(2, 5);
+    doubleClick(3, 5);
     EXPECT_EQ(opened, QStringList{"key 1"});
     EXPECT_FALSE(site->KeyAdded()) << "an unsaved column inserts its key with its row";
     forgetChanges();
@@ -158,34 +159,16 @@ TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped
     trigger("DelKey");
 
     EXPECT_FALSE(site->Is_Key() || site->KeyDeleted());
-    EXPECT_EQ(text(2, 4) + text(2, 5), "");
+    EXPECT_EQ(text(3, 4) + text(3, 5), "");
     EXPECT_EQ(changeCount(), 0);
-}
 
-TEST_F(ColumnKeyFieldTest, OnlyAStoredFieldOfAStoredColumnInAStoredDocumentIsUnmapped) {
-    openStoredDocument();
-    click(2, 1);
-    trigger("Clear");
-    EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_TRUE(b->FieldDeleted());
-
-    click(3, 3);
-    fieldEditorNames(QStringLiteral("Setups"));
-    trigger("Field");
-    trigger("DelField");
-    EXPECT_FALSE(c->FieldDeleted()) << "a new field had no mapping";
-
-    const auto fresh = std::make_shared<CDataSourcesColumns>();
-    const ColumnPtr copied = stored(*fresh, "D", 14, 1);
-    copied->setField(field(12, QStringLiteral("Volume")));
-    editor().InitNew(fresh);
     click(2, 1);
     trigger("Clear");
     EXPECT_EQ(copied->Field(), nullptr);
-    EXPECT_FALSE(copied->FieldDeleted()) << "nor has any field of a new document";
+    EXPECT_FALSE(copied->FieldDeleted());
 }
 
-TEST_F(ColumnKeyFieldTest, AFieldNameInUseIsRefusedAndTheEditorOpensAgain) {
+TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarkedOrUnmapped) {
     openStoredDocument();
     click(3, 3);
     fieldEditorNames(QStringLiteral("VOLUME"));
@@ -194,39 +177,44 @@ TEST_F(ColumnKeyFieldTest, AFieldNameInUseIsRefusedAndTheEditorOpensAgain) {
     trigger("Field");
 
     EXPECT_EQ(opened, QStringList(2, "Create New Data Source Field For CELL | Float"));
-    EXPECT_EQ(messages(), QStringList{DuplicateFieldMessage});
-    EXPECT_EQ(app->msgBoxes[0].title, "CANNOT USE DUPLICATE FIELD NAMES");
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    EXPECT_EQ(boxes(*app), QStringList{"Critical CANNOT USE DUPLICATE FIELD NAMES: Field name is "
+                                       "in use.\r\nPlease select a different name."});
     EXPECT_EQ(text(3, 3), "Drops");
     EXPECT_TRUE(c->FieldAdded() && c->Dirty());
     EXPECT_EQ(changeCount(), 1);
-    EXPECT_EQ(rightClick(3, 3), "mnuDropDown");
-    EXPECT_TRUE(enabled("mnuDeleteField")) << "a field added in this edit";
-}
+    EXPECT_EQ(rightClick(3, 3), "mnuDropDown: mnuAddField=0 mnuEditField=1 mnuDeleteField=1")
+        << "a field added in this edit";
+    trigger("mnuDeleteField");
+    EXPECT_FALSE(c->FieldDeleted()) << "a new field had no mapping";
 
-TEST_F(ColumnKeyFieldTest, AnEditedFieldIsMarkedOnlyWhenItIsStored) {
-    openStoredDocument();
     click(2, 3);
+    nextDialogs();
     fieldEditorNames(QStringLiteral("Volume2"));
     trigger("Field");
     EXPECT_EQ(opened, QStringList{" Update Data Source Field CELL: Volume | Integer"});
     EXPECT_EQ(b->Field(), volume);
     EXPECT_TRUE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume2");
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_EQ(changeCount(), 3);
 
     b->setFieldAdded(true);
-    app->modalHandlers.clear();
+    nextDialogs();
     fieldEditorNames(QStringLiteral("Volume3"));
     trigger("mnuEditField");
     EXPECT_TRUE(b->FieldAdded());
     EXPECT_FALSE(b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume3");
 
-    app->modalHandlers.clear();
+    nextDialogs();
     dialogsAreCancelled();
     trigger("Field");
-    EXPECT_EQ(changeCount(), 2) << "a cancelled field edit changes nothing";
+    EXPECT_EQ(changeCount(), 4) << "a cancelled field edit changes nothing";
+
+    // Clearing unmaps a stored field of a stored column in a stored document.
+    click(2, 1);
+    trigger("Clear");
+    EXPECT_EQ(b->Field(), nullptr);
+    EXPECT_TRUE(b->FieldDeleted());
 }
 
 TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {

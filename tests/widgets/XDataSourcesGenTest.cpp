@@ -1,26 +1,19 @@
 #include "orvane/editors/XDataSourcesGen.h"
+#include "orvane/editors/SourcePreview.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
-#include "orvane/model/CDataSourcesData.h"
 #include "tests/widgets/SettingsEditorFixture.h"
 
+#include <QFile>
 #include <QPushButton>
+#include <QTableView>
+#include <QTemporaryDir>
 
 namespace Orvane::Testing {
 namespace {
 
 class XDataSourcesGenTest : public SettingsEditorFixture<XDataSourcesGen> {
 protected:
-    // A stored document whose time-stamp column is in the database.
-    std::shared_ptr<CDataSourcesData> storedDocument() {
-        auto data = std::make_shared<CDataSourcesData>();
-        data->setIsNew(false);
-        const auto timeStamp = data->Columns()->Add("Time Stamp");
-        timeStamp->setIsTimeStamp(true);
-        timeStamp->setColumn_Id(5);
-        return data;
-    }
-
     QLineEdit* file() { return box("txtFile"); }
     QComboBox* delimiter() { return list("cboDelimeter"); }
 };
@@ -38,8 +31,7 @@ TEST_F(XDataSourcesGenTest, DefaultsThenInitializeFillSilentlyAndDelimitersRound
     editor.Initialize(" Counters ", " /data/counters.txt ", ",", true, 60);
     EXPECT_EQ(changes.count(), 0);
     EXPECT_EQ(box("txtDescription")->text(), " Counters ");
-    EXPECT_EQ(editor.Eds_Description(), "Counters");
-    EXPECT_EQ(editor.Eds_File(), "/data/counters.txt");
+    EXPECT_EQ(editor.Eds_Description() + editor.Eds_File(), "Counters/data/counters.txt");
     EXPECT_EQ(delimiter()->currentText(), " , <comma>");
     EXPECT_EQ(editor.Frequency(), 60);
     EXPECT_EQ(frequency()->count(), 3); // a second fill does not duplicate the list
@@ -54,9 +46,12 @@ TEST_F(XDataSourcesGenTest, DefaultsThenInitializeFillSilentlyAndDelimitersRound
 }
 
 // Only keystrokes that land in the file box count as its edits, not the host's text.
-TEST_F(XDataSourcesGenTest, EachEditReportsOnceAndTheBoxGovernsTheFrequency) {
+TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFrequency) {
     editor.setData(std::make_shared<CDataSourcesData>());
-    editor.Initialize("d", QString(), ",", true, 60);
+    editor.Initialize("d", QString(), ":", true, 60);
+    expectTextPropertiesNotify({{"Description", "txtDescription"}, {"Eds_File", "txtFile"}});
+    file()->clear();
+    changes.clear();
     QSignalSpy returns(file(), &QLineEdit::returnPressed);
     QTest::keyClicks(file(), "C:\\data;/in.csv");
     QTest::keyClick(file(), Qt::Key_Return);
@@ -67,31 +62,46 @@ TEST_F(XDataSourcesGenTest, EachEditReportsOnceAndTheBoxGovernsTheFrequency) {
     editor.setEds_File("  /set/by/host.txt  ");
     EXPECT_EQ(file()->text(), "/set/by/host.txt");
 
-    QTest::keyClicks(box("txtDescription"), "x");
-    delimiter()->setCurrentIndex(1);
-    frequency()->setCurrentIndex(2);
-    EXPECT_EQ(changes.count(), 16);
+    QSignalSpy delimiterSpy(&editor, &XDataSourcesGen::Eds_DelimeterChanged);
+    QSignalSpy freq(&editor, &XDataSourcesGen::FreqIdChanged);
+    QSignalSpy series(&editor, &XDataSourcesGen::IsTimeSeriesChanged);
+    changes.clear();
+    editor.setProperty("Eds_Delimeter", ",");
+    editor.setProperty("FreqId", 1440);
+    EXPECT_EQ(changes.count(), 2);
     EXPECT_FALSE(changes.last().at(0).toBool());
-    EXPECT_EQ(editor.Frequency(), 1440);
     timeSeries()->click();
-    ASSERT_EQ(changes.count(), 17);
+    ASSERT_EQ(changes.count(), 3);
     EXPECT_TRUE(changes.last().at(0).toBool());
     EXPECT_FALSE(frequency()->isEnabled());
     EXPECT_EQ(editor.Frequency(), 0);
+    EXPECT_EQ(QList<qsizetype>({delimiterSpy.count(), freq.count(), series.count()}),
+              QList<qsizetype>({1, 2, 1}));
+    EXPECT_EQ(freq.at(1).at(0).toInt(), 0);
+
+    editor.setProperty("IsTimeSeries", true);
+    CDataSourcesData doc;
+    mOrvane::CopySettingsIntoDocument(editor, doc);
+    EXPECT_EQ(QStringList({doc.DocDescription(), doc.FileName(), doc.Delimeter()}),
+              QStringList({"v1 x", "/set/by/host.txt", ","}));
+    EXPECT_TRUE(doc.IsTimeSeries());
+    EXPECT_EQ(doc.FreqId(), 1440);
 }
 
 TEST_F(XDataSourcesGenTest, IsValidStopsAtTheFirstFailureAndFocusesItsControl) {
     editor.Initialize(QString(), QString(), ";", true, 999);
-    showActive();
-    expectInvalid("A full path must be supplied to the data file", " Path Error", file());
+    showActive(editor);
+    expectInvalid("Critical Doc Path Error: A full path must be supplied to the data file", file());
     file()->setText("\\\\server\\share\\in.csv");
-    expectInvalid("A file name cannot include any of the following characters: \\*?\"'<>|;",
-                  " File Name Error", file());
+    expectInvalid("Critical Doc File Name Error: A file name cannot include any of the following "
+                  "characters: \\*?\"'<>|;",
+                  file());
     file()->setText("/server/share/in.csv");
-    expectInvalid("A delimeter type must be selected", " Delimeter Error", delimiter());
+    expectInvalid("Critical Doc Delimeter Error: A delimeter type must be selected", delimiter());
     editor.setEds_Delimeter("/");
-    expectInvalid("A time series frequency must be selected", " Frequency Selection Error",
-                  frequency());
+    expectInvalid(
+        "Critical Doc Frequency Selection Error: A time series frequency must be selected",
+        frequency());
     editor.setFrequency(1440);
     file()->setText("   "); // blanks are a name: it passes and reads empty
     app->msgBoxes.clear();
@@ -101,18 +111,19 @@ TEST_F(XDataSourcesGenTest, IsValidStopsAtTheFirstFailureAndFocusesItsControl) {
 }
 
 TEST_F(XDataSourcesGenTest, RemovingAStoredTimeStampColumnMustBeConfirmed) {
-    auto data = storedDocument();
+    auto data = std::make_shared<CDataSourcesData>();
+    data->setIsNew(false);
+    const auto timeStamp = data->Columns()->Add("Time Stamp");
+    timeStamp->setIsTimeStamp(true);
+    timeStamp->setColumn_Id(5);
     editor.setData(data);
     editor.Initialize(QString(), "/in.csv", ",", true, 15);
-    showActive();
+    showActive(editor);
     app->msgBoxAnswers = {MsgBoxResult::No, MsgBoxResult::Yes};
     QTest::mouseClick(timeSeries(), Qt::LeftButton);
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt,
-              "This will remove the 'Time Stamp' column and may affect existing reports");
-    EXPECT_EQ(app->msgBoxes[0].title, "ARE YOU SURE?");
-    EXPECT_TRUE(timeSeries()->isChecked());
-    EXPECT_TRUE(frequency()->isEnabled());
+    EXPECT_EQ(boxes(*app), QStringList{"Critical ARE YOU SURE?: This will remove the 'Time "
+                                       "Stamp' column and may affect existing reports [YesNo]"});
+    EXPECT_TRUE(timeSeries()->isChecked() && frequency()->isEnabled());
     EXPECT_EQ(changes.count(), 0);
 
     QTest::mouseClick(timeSeries(), Qt::LeftButton);
@@ -121,13 +132,13 @@ TEST_F(XDataSourcesGenTest, RemovingAStoredTimeStampColumnMustBeConfirmed) {
     EXPECT_TRUE(changes[0].at(0).toBool());
     timeSeries()->click(); // checking again needs no confirmation
 
-    data->Columns()->TSColumn()->setColumn_Id(0); // not stored yet: goes without asking
+    timeStamp->setColumn_Id(0); // not stored yet: goes without asking
     timeSeries()->click();
     EXPECT_EQ(app->msgBoxes.size(), 2);
     EXPECT_EQ(changes.count(), 3);
 }
 
-TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabels) {
+TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabelsAndBrowseFillsTheFile) {
     app->editPermission = false;
     editor.Initialize("d", "/f", ",", true, 15);
     for (const char* input : {"txtDescription", "txtFile", "cboDelimeter", "ckTimeSeries"})
@@ -139,20 +150,54 @@ TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabels) {
     EXPECT_TRUE(file()->isEnabled());
     EXPECT_FALSE(frequency()->isEnabled()); // the frequency rule holds after Initialize
     EXPECT_EQ(frequency()->currentIndex(), -1);
-}
 
-TEST_F(XDataSourcesGenTest, BrowseTakesTheChosenPathAsTypedUnlessTheRuleForbidsIt) {
-    editor.InitializeDefaults();
-    auto* browse = child<QPushButton>(editor, "cmdBrowse");
+    // Browse takes the chosen path as typed unless the file name rule forbids it.
     app->fileAnswers = {"", "/data/day.csv", "/data/it's.csv"};
-    for (QString expected : {"", "/data/day.csv", "/data/day.csv"}) {
-        browse->click();
+    for (QString expected : {"/f", "/data/day.csv", "/data/day.csv"}) {
+        child<QPushButton>(editor, "cmdBrowse")->click();
         EXPECT_EQ(editor.Eds_File(), expected);
     }
     EXPECT_EQ(app->fileTitles.size(), 3);
     EXPECT_EQ(changes.count(), 1);
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+}
+
+TEST_F(XDataSourcesGenTest, ThePreviewFollowsTheEditorAndSaysWhyNothingShows) {
+    QTemporaryDir dir;
+    QFile file(dir.filePath("counters.csv"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write("a,b\n1,2,3\n");
+    file.close();
+    editor.InitializeDefaults();
+    SourcePreview preview;
+    preview.Follow(editor);
+    QSignalSpy refreshed(&preview, &SourcePreview::refreshed);
+    const struct {
+        QString file, delimiter, rows, status;
+    } steps[] = {
+        {file.fileName(), ",", "a,b,|1,2,3", "Records 2 have a different number of fields"},
+        {file.fileName(), ":", "a,b|1,2,3", "All 2 record"},
+        {dir.path(), ",", "", "is a folder"},
+        {dir.filePath("gone.csv"), ",", "", "does not exist"},
+    };
+    for (const auto& step : steps) {
+        SCOPED_TRACE(step.file.toStdString() + step.delimiter.toStdString());
+        editor.setEds_File(step.file);
+        editor.setEds_Delimeter(step.delimiter);
+        refreshed.clear();
+        ASSERT_TRUE(refreshed.wait(5000));
+        const QAbstractItemModel& model = *child<QTableView>(preview, "grdPreview")->model();
+        QStringList rows;
+        for (int row = 0; row < model.rowCount(); ++row) {
+            QStringList cells;
+            for (int column = 0; column < model.columnCount(); ++column)
+                cells << model.index(row, column).data().toString();
+            rows << cells.join(',');
+        }
+        EXPECT_EQ(rows.join('|'), step.rows);
+        EXPECT_TRUE(preview.Status().contains(step.status)) << preview.Status().toStdString();
+    }
 }
 
 } // namespace

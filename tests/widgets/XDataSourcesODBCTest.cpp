@@ -4,57 +4,62 @@
 namespace Orvane::Testing {
 namespace {
 
-class XDataSourcesODBCTest : public SettingsEditorFixture<XDataSourcesODBC> {
-protected:
-    QList<QLineEdit*> textBoxes() {
-        return {box("txtDB_Server"), box("txtDB_Database"), box("txtDB_Table"), box("txtDB_UserId"),
-                box("txtDB_Password")};
-    }
-};
+using XDataSourcesODBCTest = SettingsEditorFixture<XDataSourcesODBC>;
 
-TEST_F(XDataSourcesODBCTest, DefaultsCheckTheBoxSelectTheFirstFrequencyAndEmptyTheBoxes) {
-    for (QLineEdit* textBox : textBoxes())
-        textBox->setText("old");
+TEST_F(XDataSourcesODBCTest, DefaultsEmptyTheBoxesAndInitializeFillsSilently) {
+    const QStringList names = {"txtDB_Server", "txtDB_Database", "txtDB_Table", "txtDB_UserId",
+                               "txtDB_Password"};
+    for (const QString& name : names)
+        box(name)->setText("old");
     changes.clear();
     editor.InitializeDefaults();
-    EXPECT_TRUE(editor.IsTimeSeries());
-    EXPECT_TRUE(frequency()->isEnabled());
+    EXPECT_TRUE(editor.IsTimeSeries() && frequency()->isEnabled());
     EXPECT_EQ(editor.Frequency(), 15);
-    for (QLineEdit* textBox : textBoxes())
-        EXPECT_TRUE(textBox->text().isEmpty()) << textBox->objectName().toStdString();
-    EXPECT_EQ(changes.count(), 0);
+    for (const QString& name : names)
+        EXPECT_EQ(box(name)->text(), "") << name.toStdString();
     EXPECT_EQ(box("txtDB_Password")->echoMode(), QLineEdit::Password);
-}
 
-TEST_F(XDataSourcesODBCTest, InitializeIsSilentAndEachLaterEditReportsOnce) {
     editor.Initialize(true, 60, " srv ", "pm", "counters", "scott", " tiger ");
     EXPECT_EQ(changes.count(), 0);
-    EXPECT_EQ(box("txtDB_Server")->text(), "srv");
-    EXPECT_EQ(QStringList({editor.Database(), editor.Table(), editor.UserId(), editor.Password()}),
-              QStringList({"pm", "counters", "scott", "tiger"}));
+    EXPECT_EQ(QStringList({box("txtDB_Server")->text(), editor.Database(), editor.Table(),
+                           editor.UserId(), editor.Password()}),
+              QStringList({"srv", "pm", "counters", "scott", "tiger"}));
     EXPECT_EQ(editor.Frequency(), 60);
+}
 
-    int expected = 0;
-    for (QLineEdit* textBox : textBoxes()) {
-        QTest::keyClicks(textBox, "x");
-        EXPECT_EQ(changes.count(), ++expected) << textBox->objectName().toStdString();
-    }
-    frequency()->setCurrentIndex(0);
+TEST_F(XDataSourcesODBCTest, EachSettingNotifiesAndReportsOnceAndCopiesIntoTheDocument) {
+    editor.InitializeDefaults();
+    expectTextPropertiesNotify({{"Server", "txtDB_Server"},
+                                {"Database", "txtDB_Database"},
+                                {"Table", "txtDB_Table"},
+                                {"UserId", "txtDB_UserId"},
+                                {"Password", "txtDB_Password"}});
+    CDataSourcesData doc;
+    mOrvane::CopySettingsIntoDocument(editor, doc);
+    EXPECT_EQ(QStringList({doc.Server(), doc.Schema(), doc.Table(), doc.UserId(), doc.Password()}),
+              QStringList(5, "v1 x"));
+    EXPECT_EQ(doc.FreqId(), 15);
+
+    changes.clear();
+    frequency()->setCurrentIndex(1);
     timeSeries()->click();
-    ASSERT_EQ(changes.count(), expected + 2);
+    ASSERT_EQ(changes.count(), 2);
     EXPECT_TRUE(changes.last().at(0).toBool());
     EXPECT_EQ(editor.Frequency(), 0);
 }
 
 TEST_F(XDataSourcesODBCTest, IsValidReportsFrequencyThenTableThenServer) {
     editor.Initialize(true, 999, QString(), "pm", QString(), QString(), QString());
-    showActive();
-    expectInvalid("A time series frequency must be selected", ": Frequency Selection Missing",
+    showActive(editor);
+    expectInvalid("Critical Doc: Frequency Selection Missing: A time series frequency must be "
+                  "selected",
                   frequency());
     editor.setFrequency(15);
-    expectInvalid("Please enter Table", ": Required Information is Missing", box("txtDB_Table"));
+    expectInvalid("Critical Doc: Required Information is Missing: Please enter Table",
+                  box("txtDB_Table"));
     editor.setTable("counters");
-    expectInvalid("Please enter Server", ": Required Information is Missing", box("txtDB_Server"));
+    expectInvalid("Critical Doc: Required Information is Missing: Please enter Server",
+                  box("txtDB_Server"));
 
     box("txtDB_Server")->setText("   ");
     timeSeries()->click();

@@ -22,9 +22,7 @@ protected:
 
     void open(const std::shared_ptr<IField>& field, const QString& dataType = "Float") {
         dialog.InitializeForNew(entity, dataType, field);
-        dialog.show();
-        QApplication::setActiveWindow(&dialog);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        showActive(dialog);
     }
 
     QLineEdit* box(const QString& name) { return child<QLineEdit>(dialog, name); }
@@ -46,13 +44,9 @@ protected:
     void expectRefused(const QString& message, QWidget* focus) {
         app->msgBoxes.clear();
         press("cmdOk");
-        ASSERT_EQ(app->msgBoxes.size(), 1);
-        EXPECT_EQ(app->msgBoxes[0].prompt, message);
-        EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
-        EXPECT_EQ(app->msgBoxes[0].title, dialog.windowTitle());
+        EXPECT_EQ(boxes(*app), QStringList{"Critical " + dialog.windowTitle() + ": " + message});
         EXPECT_EQ(QApplication::focusWidget(), focus);
-        EXPECT_TRUE(dialog.isVisible());
-        EXPECT_FALSE(dialog.Ok());
+        EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
     }
 
     std::shared_ptr<FakeEntity> entity;
@@ -71,29 +65,6 @@ protected:
     }();
     fFieldInfo dialog;
 };
-
-TEST_F(FieldEditorTest, NewFieldRegistersShowsItsTypeAndHelpAndWithdrawsWhenClosed) {
-    open(nullptr);
-    EXPECT_EQ(dialog.IAppForm_Name(), "Create New Data Source Field For CELL");
-    EXPECT_EQ(list("cboDataType")->currentText(), "Float");
-    EXPECT_FALSE(list("cboDataType")->isEnabled());
-    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Sum");
-    EXPECT_EQ(box("txtName")->maxLength(), 30);
-    EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
-    EXPECT_EQ(tech().initializations, 1);
-    EXPECT_FALSE(dialog.Modified());
-    press("cmdHelp");
-    EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
-    tech().check(1);
-    EXPECT_TRUE(dialog.Modified());
-    {
-        fFieldInfo other;
-        other.InitializeForNew(entity, "Date", nullptr);
-        EXPECT_EQ(child<QComboBox>(other, "cboDataType")->currentText(), "Integer");
-        EXPECT_EQ(app->registeredForms, 2);
-    }
-    EXPECT_EQ(app->registeredForms, 1);
-}
 
 // Without the edit permission only the name, the captions and the buttons that edit nothing stay
 // enabled.
@@ -121,18 +92,17 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
     EXPECT_FALSE(dialog.Modified());
 }
 
-TEST_F(FieldEditorTest, NameRuleAcceptsAsciiNamesUpToTheMaximum) {
+// The checks run in order: name rule, technologies, a name taken by another field of the entity
+// (trimmed, without regard to case), then the aggregator pair. Nothing is saved.
+TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOrder) {
+    // The name rule takes ASCII names up to the maximum.
     EXPECT_TRUE(fFieldInfo::IsValidFieldName(QString(30, 'a'), 30));
     EXPECT_FALSE(fFieldInfo::IsValidFieldName(QString(31, 'a'), 30));
     for (const char* name : {"_a%1", "Abc_9", "_"})
         EXPECT_TRUE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
     for (const char* name : {"", "1abc", "a-b", "a b", "%a", "caf\u00e9", "a\u0661"})
         EXPECT_FALSE(fFieldInfo::IsValidFieldName(QString::fromUtf8(name), 30)) << name;
-}
 
-// The checks run in order: name rule, technologies, a name taken by another field of the entity
-// (trimmed, without regard to case), then the aggregator pair. Nothing is saved.
-TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOrder) {
     query->Answer("'VOLUME2'", {{{"field_id", 44}}});
     dictionary->pairs = {{{"Sum", "Sum"}, 1}};
     open(stored); // Average / Sum
@@ -157,22 +127,36 @@ TEST_F(FieldEditorTest, OkChecksNameTechnologiesDuplicatesAndAggregatorsInThatOr
                   "Please check your aggregation selection and try again. ",
                   list("cboTimeAggregator"));
     EXPECT_TRUE(stored->saves.isEmpty());
-}
 
-TEST_F(FieldEditorTest, AFailingNameCheckIsReportedAndRestoresThePointer) {
+    // A failing name check is reported and restores the pointer.
     query->FailOn("QVD_DICT_FIELD", "ORA-03113");
-    open(nullptr);
-    retype(box("txtName"), "Drops");
-    tech().check(1);
     expectRefused("ORA-03113", box("txtName"));
     EXPECT_EQ(app->pointer, DefaultPointer);
 }
 
-TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
+TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewFieldObject) {
     dictionary->extraColumns = {{"Vendor", true}, {"Legacy", false}, {"Region", true}};
     dictionary->pairs = {{{"Average", "Maximum"}, 31}};
     app->ownerId = 77;
     open(nullptr);
+    EXPECT_EQ(dialog.IAppForm_Name(), "Create New Data Source Field For CELL");
+    EXPECT_EQ(list("cboDataType")->currentText(), "Float");
+    EXPECT_FALSE(list("cboDataType")->isEnabled());
+    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Sum");
+    EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
+    EXPECT_EQ(tech().initializations, 1);
+    EXPECT_FALSE(dialog.Modified());
+    press("cmdHelp");
+    EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
+    tech().check(3);
+    EXPECT_TRUE(dialog.Modified());
+    {
+        fFieldInfo other;
+        other.InitializeForNew(entity, "Date", nullptr);
+        EXPECT_EQ(child<QComboBox>(other, "cboDataType")->currentText(), "Integer");
+        EXPECT_EQ(app->registeredForms, 2);
+    }
+    EXPECT_EQ(app->registeredForms, 1);
     QTest::keyClicks(box("txtDescription"), " Dropped calls ");
     QTest::keyClicks(box("txtHeadingRow1"), "Drops");
     QTest::keyClicks(box("txtExt(2)"), "North");
@@ -180,7 +164,6 @@ TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
     list("cboElementAggregator")->setCurrentText("Maximum");
     const QDateTime before = QDateTime::currentDateTime();
     retype(box("txtName"), " Drops_1 ");
-    tech().check(3);
     press("cmdOk");
 
     ASSERT_TRUE(dialog.Ok());
@@ -200,7 +183,19 @@ TEST_F(FieldEditorTest, NewFieldIsSavedThroughANewFieldObject) {
     EXPECT_EQ(r.extraColumns, QList<Extra>({{"Vendor", ""}, {"Legacy", ""}, {"Region", "North"}}));
 }
 
-TEST_F(FieldEditorTest, ExistingFieldSavesUnderItsIdWithTheStyleChosen) {
+TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId) {
+    dictionary->extraColumns = {{"Vendor", true}};
+    open(stored);
+    press("cmdOk"); // unchanged: closes without saving
+    EXPECT_FALSE(dialog.isVisible() || dialog.Ok());
+    EXPECT_TRUE(stored->saves.isEmpty());
+    EXPECT_TRUE(query->log.isEmpty());
+    dialog.show();
+    QTest::keyClicks(box("txtExt(1)"), "x");
+    EXPECT_TRUE(dialog.Modified());
+    press("cmdCancel");
+    EXPECT_FALSE(dialog.Ok());
+
     open(stored);
     press("cmdStyle"); // the chooser is cancelled
     EXPECT_FALSE(dialog.Modified());
@@ -231,17 +226,16 @@ TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
     stored->error = {2, false, "ORA-00001: unique constraint"};
     press("cmdOk");
 
-    ASSERT_EQ(app->msgBoxes.size(), 2);
-    EXPECT_EQ(app->msgBoxes.at(0).prompt, "A field with the name you specified already exists. "
-                                          "\r\nPlease specify a different name.");
-    EXPECT_EQ(app->msgBoxes.at(1).prompt,
-              "Unable to save New Field.\r\nORA-00001: unique constraint");
-    for (const RecordedMsgBox& message : app->msgBoxes)
-        EXPECT_EQ(message.title, "Creating new EDS field");
-    EXPECT_TRUE(dialog.isVisible());
-    EXPECT_FALSE(dialog.Ok());
+    EXPECT_EQ(boxes(*app),
+              QStringList({"Critical Creating new EDS field: A field with the name you "
+                           "specified already exists. \r\nPlease specify a different "
+                           "name.",
+                           "Critical Creating new EDS field: Unable to save New "
+                           "Field.\r\nORA-00001: unique constraint"}));
+    EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
 }
 
+// Without element aggregation the one list is the aggregator.
 TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     dictionary->pairs = {{{"Sum", "Sum"}, 1}, {{"Sum", "Maximum"}, 2}, {{"Average", "Average"}, 3}};
     open(nullptr); // Sum / Sum
@@ -256,24 +250,7 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     list("cboTimeAggregator")->showPopup();
     list("cboTimeAggregator")->hidePopup();
     EXPECT_TRUE(dialog.Modified());
-}
 
-TEST_F(FieldEditorTest, UnchangedOkAndCancelSaveNothingAndEditsMarkModified) {
-    dictionary->extraColumns = {{"Vendor", true}};
-    open(stored);
-    press("cmdOk"); // unchanged: closes without saving
-    EXPECT_FALSE(dialog.isVisible());
-    EXPECT_FALSE(dialog.Ok());
-    dialog.show();
-    QTest::keyClicks(box("txtExt(1)"), "x");
-    EXPECT_TRUE(dialog.Modified());
-    press("cmdCancel");
-    EXPECT_FALSE(dialog.Ok());
-    EXPECT_TRUE(stored->saves.isEmpty());
-    EXPECT_TRUE(query->log.isEmpty());
-}
-
-TEST_F(FieldEditorTest, SingleAggregatorWhenElementAggregationIsNotOffered) {
     dictionary->elementAggregation = false;
     dictionary->pairs = {{{"Average", ""}, 9}};
     open(stored);

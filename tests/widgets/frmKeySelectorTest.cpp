@@ -14,8 +14,9 @@
 namespace Orvane::Testing {
 namespace {
 
-const QString RangeMessage = "A unique Ordinal between 1 and 500 must be chosen.";
-const QString NoFieldMessage = "A key field has not been selected";
+const QString RangeMessage = "None Select Key Field: A unique Ordinal between 1 and 500 must be "
+                             "chosen.";
+const QString NoFieldMessage = "None Select Key Field: A key field has not been selected";
 
 class KeySelectorTest : public FakeHostTest {
 protected:
@@ -37,9 +38,7 @@ protected:
     void open(qint32 ordinal, qint32 fieldId) {
         dialog.setColumns(&columns);
         dialog.Initialize(ordinal, fieldId);
-        dialog.show();
-        QApplication::setActiveWindow(&dialog);
-        ASSERT_TRUE(QTest::qWaitForWindowActive(&dialog));
+        showActive(dialog);
     }
 
     QLineEdit* ordinalBox() { return child<QLineEdit>(dialog, "txtOrdinal"); }
@@ -52,11 +51,11 @@ protected:
         QTest::keyClicks(ordinalBox(), text);
     }
 
-    // Presses OK and returns the message shown, or an empty text when the dialog closed.
+    // Presses OK and returns the messages shown, none when the dialog closed.
     QString pressOk() {
         app->msgBoxes.clear();
         QTest::mouseClick(button("cmdOk"), Qt::LeftButton);
-        return app->msgBoxes.isEmpty() ? QString() : app->msgBoxes.last().prompt;
+        return boxes(*app).join('|');
     }
 
     CDataSourcesColumns columns;
@@ -70,7 +69,7 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
         QString message;
     } cases[] = {
         {"0", RangeMessage},   {"501", RangeMessage},
-        {"", RangeMessage},    {"1", "Ordinal 1 is already in use"},
+        {"", RangeMessage},    {"1", "None Select Key Field: Ordinal 1 is already in use"},
         {"3", NoFieldMessage}, // a deleted key column's ordinal is free
         {"2", NoFieldMessage}, // its own ordinal is not tested against the columns
     };
@@ -80,25 +79,35 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
         SCOPED_TRACE(c.ordinal);
         typeOrdinal(c.ordinal);
         ASSERT_EQ(pressOk(), c.message);
-        EXPECT_EQ(app->msgBoxes.at(0).icon, MsgBoxIcon::None);
-        EXPECT_EQ(app->msgBoxes.at(0).title, "Select Key Field");
         EXPECT_EQ(QApplication::focusWidget()->objectName(),
                   c.message == NoFieldMessage ? "cmdSelect" : "txtOrdinal");
-        EXPECT_TRUE(dialog.isVisible());
-        EXPECT_TRUE(dialog.Cancel());
+        EXPECT_TRUE(dialog.isVisible() && dialog.Cancel());
     }
 }
 
+// The ordinal box takes digits only and follows the arrows.
 TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothing) {
-    open(2, 10);
+    open(499, 10);
     EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Cell: CellId");
-    EXPECT_EQ(upDown()->value(), 2);
+    EXPECT_EQ(upDown()->value(), 499);
     EXPECT_EQ(dialog.FieldId(), 10);
     EXPECT_EQ(dialog.EntityID(), 0);
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton); // no handler: the tree is cancelled
     EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
     EXPECT_FALSE(button("cmdOk")->isEnabled());
-    typeOrdinal("500");
+
+    QTest::keyClicks(ordinalBox(), "x -");
+    QTest::keyClick(ordinalBox(), Qt::Key_Backspace);
+    EXPECT_EQ(ordinalBox()->text(), "499");
+    QTest::keyClick(ordinalBox(), Qt::Key_Home);
+    QTest::keyClick(ordinalBox(), Qt::Key_Delete);
+    EXPECT_EQ(dialog.Ordinal(), 99);
+    EXPECT_EQ(upDown()->value(), 99);
+    typeOrdinal("499");
+    upDown()->stepUp();
+    upDown()->stepUp();
+    EXPECT_EQ(ordinalBox()->text(), "500");
+    EXPECT_TRUE(button("cmdOk")->isEnabled());
     EXPECT_EQ(pressOk(), QString());
     EXPECT_FALSE(dialog.Cancel());
     EXPECT_EQ(dialog.Ordinal(), 500);
@@ -107,24 +116,6 @@ TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothin
     QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
     EXPECT_TRUE(dialog.Cancel());
     EXPECT_FALSE(dialog.isVisible());
-}
-
-TEST_F(KeySelectorTest, OrdinalBoxTakesDigitsOnlyAndFollowsTheArrows) {
-    open(499, 10);
-    QTest::keyClicks(ordinalBox(), "x -");
-    QTest::keyClick(ordinalBox(), Qt::Key_Backspace);
-    EXPECT_EQ(ordinalBox()->text(), "499");
-    QTest::keyClick(ordinalBox(), Qt::Key_Home);
-    QTest::keyClick(ordinalBox(), Qt::Key_Delete);
-    EXPECT_EQ(dialog.Ordinal(), 99);
-    EXPECT_EQ(upDown()->value(), 99);
-
-    typeOrdinal("499");
-    upDown()->stepUp();
-    upDown()->stepUp();
-    EXPECT_EQ(ordinalBox()->text(), "500");
-    EXPECT_EQ(dialog.Ordinal(), 500);
-    EXPECT_TRUE(button("cmdOk")->isEnabled());
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
@@ -150,19 +141,15 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     EXPECT_EQ(dialog.EntityID(), 6);
     EXPECT_TRUE(button("cmdOk")->isEnabled());
 
+    app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(treeCaptions, QStringList({"Select Key Field", "Update Key Field Selection"}));
     EXPECT_EQ(widgets->lastTree->selectedItem, 20);
-}
 
-TEST_F(KeySelectorTest, AFailingSelectionIsReportedUnderTheCaption) {
-    app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });
-    open(2, 10);
+    // A failing selection is reported under the caption and keeps the field.
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt, "ORA-03113");
-    EXPECT_EQ(app->msgBoxes[0].title, "Select Key Field");
-    EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
+    EXPECT_EQ(boxes(*app), QStringList{"Critical Select Key Field: ORA-03113"});
+    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
     EXPECT_TRUE(dialog.isVisible());
 }
 
