@@ -29,7 +29,7 @@ void run(const QString& connection, const QStringList& statements) {
 void makeForeign(const QString& connection) {
     run(connection, {QStringLiteral("CREATE TABLE invoices (id INTEGER PRIMARY KEY, total "
                                     "VARCHAR(20))"),
-                     QStringLiteral("INSERT INTO invoices VALUES (1, '12.50'), (2, '99.00')")});
+                     "INSERT INTO invoices VALUES (1, '12.50'), (2, '99.00')"});
 }
 
 QByteArray bytesOf(const QString& path) {
@@ -46,7 +46,7 @@ class PostgresDatabase {
 public:
     PostgresDatabase()
         : m_name(freshDatabaseName()) {
-        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+        administer("CREATE DATABASE " + m_name);
     }
     ~PostgresDatabase() {
         administer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_name));
@@ -63,7 +63,7 @@ private:
 // tables is refused without asking.
 TEST(ForeignDatabaseTest, SqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
     QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("accounts.db"));
+    const QString path = folder.filePath("accounts.db");
     makeForeign(path);
     const QByteArray before = bytesOf(path);
     EXPECT_THAT(refusal(path), AllOf(HasSubstr("accounts.db"),
@@ -91,8 +91,7 @@ TEST(ForeignDatabaseTest, SqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
     }
     EXPECT_EQ(questions.size(), 2);
 
-    run(path,
-        {QStringLiteral("DROP TABLE eds_primarykey"), QStringLiteral("DROP TABLE qvd_eds_def")});
+    run(path, {"DROP TABLE eds_primarykey", "DROP TABLE qvd_eds_def"});
     const QByteArray partial = bytesOf(path);
     EXPECT_THAT(refusal(path, answer(true)),
                 AllOf(HasSubstr("only some of Orvane's tables"),
