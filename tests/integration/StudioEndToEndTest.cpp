@@ -72,15 +72,6 @@ void choose(QComboBox* list, const QString& entry) {
     list->setCurrentIndex(index);
 }
 
-QCheckBox* checkBoxCalled(QWidget& parent, const QString& text) {
-    for (QCheckBox* box : parent.findChildren<QCheckBox*>()) {
-        if (box->text() == text)
-            return box;
-    }
-    ADD_FAILURE() << "no check box " << text.toStdString();
-    return nullptr;
-}
-
 } // namespace
 
 // Orvane Studio as a user drives it: the real main window on a fresh database with the studio's
@@ -124,20 +115,12 @@ protected:
         return dialog.result();
     }
 
-    // FSelectEntityTree: the entity, or the field, selected in the real template tree, then OK.
+    // FSelectEntityTree: the entity, or the field, selected in the real template tree, then OK;
+    // no id: Cancel.
     void pickInTree(qint32 id) {
         expectDialog("FSelectEntityTree", [id](QDialog& dialog) {
-            auto& selector = static_cast<FSelectEntityTree&>(dialog);
-            selector.findChild<XTemplate*>("tpl")->SelectItem(id);
-            selector.findChild<QPushButton*>("cmdButton(1)")->click();
-        });
-    }
-
-    void cancelTree() {
-        expectDialog("FSelectEntityTree", [](QDialog& dialog) {
-            static_cast<FSelectEntityTree&>(dialog)
-                .findChild<QPushButton*>("cmdButton(0)")
-                ->click();
+            dialog.findChild<XTemplate*>("tpl")->SelectItem(id);
+            dialog.findChild<QPushButton*>(id ? "cmdButton(1)" : "cmdButton(0)")->click();
         });
     }
 
@@ -160,8 +143,10 @@ protected:
             auto& editor = static_cast<fFieldInfo&>(dialog);
             type(editor.findChild<QLineEdit*>("txtName"), name);
             type(editor.findChild<QLineEdit*>("txtExt(1)"), name.toLower());
-            if (QCheckBox* box = checkBoxCalled(editor, technology))
-                box->click();
+            for (QCheckBox* box : editor.findChildren<QCheckBox*>()) {
+                if (box->text() == technology)
+                    box->click();
+            }
             choose(editor.findChild<QComboBox*>("cboElementAggregator"), elementAggregator);
             editor.findChild<QPushButton*>("cmdOk")->click();
         });
@@ -219,6 +204,13 @@ protected:
         if (!name.isEmpty())
             app->inputAnswers.push_back(name);
         studio->actSave->trigger();
+    }
+
+    // Where the list of data sources shows one: its folder, entity and time-series mark.
+    QString listing(const QString& name) const {
+        const QTreeWidgetItem* item = listed(name);
+        return item ? QStringList{item->parent()->text(0), item->text(1), item->text(2)}.join('|')
+                    : "<not listed>";
     }
 
     QTreeWidgetItem* listed(const QString& name) const {
@@ -330,7 +322,7 @@ protected:
 INSTANTIATE_TEST_SUITE_P(Databases, StudioEndToEndTest, AllDatabases(), targetName);
 
 TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
-    cancelTree(); // a cancelled entity dialog creates no document
+    pickInTree(0); // a cancelled entity dialog creates no document
     studio->actNewAscii->trigger();
     EXPECT_EQ(studio->documentTabs->count(), 0);
 
@@ -356,11 +348,7 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_TRUE(closeCurrent());
     EXPECT_EQ(studio->documentTabs->count(), 0);
 
-    QTreeWidgetItem* item = listed("Cell Counters");
-    ASSERT_TRUE(item);
-    EXPECT_EQ(item->parent()->text(0), "ASCII Data Sources");
-    EXPECT_EQ(item->text(1), "Cell");
-    EXPECT_EQ(item->text(2), "Yes");
+    EXPECT_EQ(listing("Cell Counters"), "ASCII Data Sources|Cell|Yes");
 
     DocumentWindow* reopened = reopen("Cell Counters");
     ASSERT_TRUE(reopened);
@@ -403,15 +391,14 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     ASSERT_TRUE(doc);
     ASSERT_TRUE(doc->odbcEditor);
     XDataSourcesODBC& settings = *doc->odbcEditor;
-    type(settings.findChild<QLineEdit*>("txtDB_Server"), "pmdb02");
-    type(settings.findChild<QLineEdit*>("txtDB_Database"), "PMSTAGE");
-    type(settings.findChild<QLineEdit*>("txtDB_Table"), "TG_HOURLY");
-    type(settings.findChild<QLineEdit*>("txtDB_UserId"), "pm_reader");
-    type(settings.findChild<QLineEdit*>("txtDB_Password"), "it's secret");
     // A box takes no more than its database column holds.
     type(settings.findChild<QLineEdit*>("txtDB_UserId"), QString(80, QLatin1Char('u')));
     EXPECT_EQ(settings.UserId().size(), 60);
-    type(settings.findChild<QLineEdit*>("txtDB_UserId"), "pm_reader");
+    const QStringList login{"pmdb02", "PMSTAGE", "TG_HOURLY", "pm_reader", "it's secret"};
+    for (int i = 0; i < login.size(); ++i) {
+        const char* boxes[] = {"Server", "Database", "Table", "UserId", "Password"};
+        type(settings.findChild<QLineEdit*>(QStringLiteral("txtDB_") + boxes[i]), login[i]);
+    }
     // Not a time series: the time-stamp column goes.
     settings.findChild<QCheckBox*>("ckTimeSeries")->click();
     EXPECT_EQ(grid(*doc).model()->columnCount(), 0);
@@ -449,21 +436,15 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(app->msgBoxes.size(), 1) << lastMessage().toStdString();
     EXPECT_TRUE(closeCurrent());
 
-    QTreeWidgetItem* item = listed("Trunk Group Hourly");
-    ASSERT_TRUE(item);
-    EXPECT_EQ(item->parent()->text(0), "ODBC Data Sources");
-    EXPECT_EQ(item->text(1), "Trunk Group");
-    EXPECT_EQ(item->text(2), "No");
+    EXPECT_EQ(listing("Trunk Group Hourly"), "ODBC Data Sources|Trunk Group|No");
 
     DocumentWindow* reopened = reopen("Trunk Group Hourly");
     ASSERT_TRUE(reopened);
     ASSERT_TRUE(reopened->odbcEditor);
     const XDataSourcesODBC& stored = *reopened->odbcEditor;
-    EXPECT_EQ(stored.Server(), "pmdb02");
-    EXPECT_EQ(stored.Database(), "PMSTAGE");
-    EXPECT_EQ(stored.Table(), "TG_HOURLY");
-    EXPECT_EQ(stored.UserId(), "pm_reader");
-    EXPECT_EQ(stored.Password(), "it's secret");
+    EXPECT_EQ(QStringList({stored.Server(), stored.Database(), stored.Table(), stored.UserId(),
+                           stored.Password()}),
+              login);
     EXPECT_FALSE(stored.findChild<QCheckBox*>("ckTimeSeries")->isChecked());
     EXPECT_EQ(gridRow(*reopened, Rows::Name), "TG|BLOCKED");
     EXPECT_EQ(gridRow(*reopened, Rows::Type), "String|Float");
