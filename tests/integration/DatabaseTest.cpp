@@ -45,6 +45,10 @@ std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info) {
     return backend + "_" + form;
 }
 
+void PrintTo(const DatabaseTarget& target, std::ostream* out) {
+    *out << targetName({target, 0});
+}
+
 ::testing::internal::ParamGenerator<DatabaseTarget> AllDatabases() {
     return ::testing::Values(
         DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithEditorPosition},

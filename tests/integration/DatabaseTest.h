@@ -11,6 +11,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <memory>
+#include <ostream>
 #include <string>
 
 namespace Orvane::Testing {
@@ -22,8 +23,9 @@ struct DatabaseTarget {
     Studio::SchemaForm form;
 };
 
-// How test names show a target: "SQLite_WithoutEditorPosition".
+// How test names and failures show a target: "SQLite_WithoutEditorPosition".
 std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info);
+void PrintTo(const DatabaseTarget& target, std::ostream* out);
 
 // Creates a fresh database for each test (a file in a temporary folder, or a new PostgreSQL
 // database dropped afterwards), opens the service on it and installs it as the host's query

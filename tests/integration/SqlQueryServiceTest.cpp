@@ -40,9 +40,6 @@ TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionaryAndReop
     EXPECT_EQ(db->ColumnWidth("eds_column", "col_position"), 0);
     EXPECT_FALSE(db->ColumnExists("no_such_table", "col_name"));
 
-    EXPECT_EQ(count("qvn_entity", "allow_external = 'N'"), 2);
-    EXPECT_EQ(count("qvd_aggregator"), 5);
-    EXPECT_EQ(count("qvd_field_tech", "field_id = 1"), 4);
     const auto group = db->OpenRecordset(MSQL::ExternalFieldGroupQuery());
     EXPECT_EQ(db->ValueAsLong(group->Value("field_group_id")), 3);
 
