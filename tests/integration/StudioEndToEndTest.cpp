@@ -449,23 +449,21 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     const auto blocked = columns.Item("BLOCKED")->Field();
     ASSERT_TRUE(blocked);
     EXPECT_GT(blocked->Field_Id(), 0);
-    EXPECT_EQ(blocked->Technologies(), "UMTS");
-    EXPECT_EQ(blocked->DataType(), "F");
+    EXPECT_EQ(blocked->Technologies() + "|" + blocked->DataType(), "UMTS|F");
 
     // A text longer than its column, as an import may bring, or a required one of blanks, is
     // refused before anything is written, naming the field.
-    reopened->Document()->setServer(QString(101, QLatin1Char('s')));
-    EXPECT_THAT(errorOf([&] {
-                    Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
-                                                     false);
-                }),
-                HasSubstr("The Server has 101 characters; it may have at most 100."));
-    reopened->Document()->setServer("   ");
-    EXPECT_THAT(errorOf([&] {
-                    Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
-                                                     false);
-                }),
-                HasSubstr("The Server must not be blank."));
+    for (const auto& [server, refusal] :
+         {std::pair{QString(101, QLatin1Char('s')),
+                    "The Server has 101 characters; it may have at most 100."},
+          std::pair{QStringLiteral("   "), "The Server must not be blank."}}) {
+        reopened->Document()->setServer(server);
+        EXPECT_THAT(errorOf([&] {
+                        Studio::DocumentStore(*db).Write(*reopened->Document(), *reopened->Type(),
+                                                         false);
+                    }),
+                    HasSubstr(refusal));
+    }
     EXPECT_EQ(count("eds_odbc_file", "db_server = 'pmdb02'"), 1);
 }
 
