@@ -60,12 +60,11 @@ TEST_P(ColumnSaveRoundTripTest, LoadColumnsFillsTheModel) {
     EXPECT_EQ(columns.TSColumn(), columns.Item(1));
     EXPECT_EQ(columns.Item(1)->Column_Name(), "Time Stamp");
     const auto key = columns.Item("CELL");
-    EXPECT_EQ(key->PK_Id(), 1);
-    EXPECT_EQ(key->KeyFld_Id(), 1);
-    EXPECT_EQ(key->KeyFld_Name(), "Cell_Name");
-    EXPECT_EQ(key->Key_Ordinal(), 1);
-    EXPECT_EQ(key->KeyEntity_Id(), 7);
-    EXPECT_EQ(key->KeyEntity() + key->KeyEntity_Label(), "CellCell");
+    EXPECT_EQ(
+        QList<qint32>({key->PK_Id(), key->KeyFld_Id(), key->Key_Ordinal(), key->KeyEntity_Id()}),
+        QList<qint32>({1, 1, 1, 7}));
+    EXPECT_EQ(key->KeyFld_Name() + "|" + key->KeyEntity() + "|" + key->KeyEntity_Label(),
+              "Cell_Name|Cell|Cell");
     EXPECT_EQ(key->Field(), nullptr);
     const auto mapped = columns.Item("HO_ATTEMPTS");
     ASSERT_NE(mapped->Field(), nullptr);

@@ -46,9 +46,7 @@ std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info) {
 }
 
 void PrintTo(const DatabaseTarget& target, std::ostream* out) {
-    *out << (target.backend == SqlBackend::SQLite ? "SQLite" : "PostgreSQL")
-         << (target.form == SchemaForm::WithEditorPosition ? ", with" : ", without")
-         << " editor_position";
+    *out << targetName({target, 0});
 }
 
 ::testing::internal::ParamGenerator<DatabaseTarget> AllDatabases() {
@@ -57,6 +55,10 @@ void PrintTo(const DatabaseTarget& target, std::ostream* out) {
         DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithoutEditorPosition},
         DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithEditorPosition},
         DatabaseTarget{SqlBackend::PostgreSQL, SchemaForm::WithoutEditorPosition});
+}
+
+::testing::internal::ParamGenerator<DatabaseTarget> SqliteOnly() {
+    return ::testing::Values(DatabaseTarget{SqlBackend::SQLite, SchemaForm::WithEditorPosition});
 }
 
 std::string errorOf(const std::function<void()>& action) {
@@ -118,6 +120,31 @@ qint32 DatabaseTest::count(const QString& table, const QString& condition) {
     if (!condition.isEmpty())
         statement += QStringLiteral(" WHERE ") + condition;
     return db->ValueAsLong(scalar(statement));
+}
+
+QStringList DatabaseTest::savedRows() {
+    const std::pair<const char*, QStringList> tables[] = {
+        {"eds_document",
+         {"id", "name", "description", "entity_id", "frequency_id", "is_time_series"}},
+        {"eds_ascii_file", {"eds_id", "filename", "separator"}},
+        {"eds_odbc_file", {"eds_id", "db_server", "table_name"}},
+        {"eds_column", {"col_id", "eds_id", "col_name", "col_type", "col_position"}},
+        {"eds_primarykey", {"pk_id", "col_id", "field_id", "ordinal"}},
+        {"qvd_eds_def", {"eds_id", "col_id", "field_id"}},
+        {"qvd_dict_name", {"field_id", "entity_id", "name"}},
+    };
+    QStringList all;
+    for (const auto& [table, columns] : tables) {
+        const auto rst = db->OpenRecordset(
+            QStringLiteral("SELECT %1 FROM %2 ORDER BY 1, 2").arg(columns.join(", "), table));
+        for (; !rst->Eof(); rst->MoveNext()) {
+            QString row = QLatin1String(table);
+            for (const QString& column : columns)
+                row += QLatin1Char('|') + rst->Value(column).toString();
+            all << row;
+        }
+    }
+    return all;
 }
 
 void DatabaseTest::dropConnections() {

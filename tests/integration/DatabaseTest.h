@@ -23,8 +23,8 @@ struct DatabaseTarget {
     Studio::SchemaForm form;
 };
 
+// How test names and failures show a target: "SQLite_WithoutEditorPosition".
 std::string targetName(const ::testing::TestParamInfo<DatabaseTarget>& info);
-// How test listings show a target: "SQLite, without editor_position".
 void PrintTo(const DatabaseTarget& target, std::ostream* out);
 
 // Creates a fresh database for each test (a file in a temporary folder, or a new PostgreSQL
@@ -43,6 +43,8 @@ protected:
     // Runs a SELECT and returns its first value.
     QVariant scalar(const QString& statement);
     qint32 count(const QString& table, const QString& condition = QString());
+    // Every row a save or an import writes, as "table|value|...", to compare before and after.
+    QStringList savedRows();
     // Ends every other session on the test's PostgreSQL database, as a server restart does.
     void dropConnections();
 
@@ -57,8 +59,9 @@ private:
     QString m_postgresDatabase;
 };
 
-// The targets every database test runs on.
+// The targets every database test runs on; the one for tests the database kind does not matter to.
 ::testing::internal::ParamGenerator<DatabaseTarget> AllDatabases();
+::testing::internal::ParamGenerator<DatabaseTarget> SqliteOnly();
 
 // The connection text of the throwaway PostgreSQL server, with another database name.
 QString postgresConnection(const QString& database);

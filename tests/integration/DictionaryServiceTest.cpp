@@ -69,18 +69,15 @@ TEST_P(DictionaryServiceTest, BatchLookupReadsTheFieldsAndTheTechnologyNamesOnce
 
     const auto attempts = fields.value("4");
     ASSERT_TRUE(attempts);
-    EXPECT_EQ(attempts->Field_Name(), "Call_Attempts");
-    EXPECT_EQ(attempts->Entity_Id(), 7);
-    EXPECT_EQ(attempts->Entity_Label(), "Cell");
-    EXPECT_EQ(attempts->Heading2(), "Attempts");
-    EXPECT_EQ(attempts->DataType(), "I");
-    EXPECT_EQ(attempts->AggregationPairId(), 1);
-    EXPECT_EQ(attempts->TimeAggregator(), "Sum");
-    EXPECT_EQ(attempts->ElementAggregator(), "Sum");
-    EXPECT_EQ(attempts->TechnologyMask(), 3);
-    EXPECT_EQ(attempts->Technologies(), "GSM, UMTS");
-    EXPECT_EQ(attempts->ExtraColumnValue("Counter"), "pmCallAttempts");
-    EXPECT_EQ(attempts->ExtraColumnValue("Vendor"), "Generic");
+    EXPECT_EQ(
+        QStringList({attempts->Field_Name(), QString::number(attempts->Entity_Id()),
+                     attempts->Entity_Label(), attempts->Heading2(), attempts->DataType(),
+                     QString::number(attempts->AggregationPairId()), attempts->TimeAggregator(),
+                     attempts->ElementAggregator(), QString::number(attempts->TechnologyMask()),
+                     attempts->Technologies(), attempts->ExtraColumnValue("Counter"),
+                     attempts->ExtraColumnValue("Vendor")}),
+        QStringList({"Call_Attempts", "7", "Cell", "Attempts", "I", "1", "Sum", "Sum", "3",
+                     "GSM, UMTS", "pmCallAttempts", "Generic"}));
     EXPECT_EQ(fields.value("19")->ExtraColumnValue("Unit"), "count");
     EXPECT_EQ(std::dynamic_pointer_cast<Studio::DictionaryField>(fields.value("28"))->GroupShort(),
               "EXT");

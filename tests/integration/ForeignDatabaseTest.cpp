@@ -29,17 +29,7 @@ void run(const QString& connection, const QStringList& statements) {
 void makeForeign(const QString& connection) {
     run(connection, {QStringLiteral("CREATE TABLE invoices (id INTEGER PRIMARY KEY, total "
                                     "VARCHAR(20))"),
-                     QStringLiteral("INSERT INTO invoices VALUES (1, '12.50'), (2, '99.00')")});
-}
-
-// Every row of the table, in order, as one text.
-QString rowsOf(SqlQueryService& db, const QString& table) {
-    QString rows;
-    for (auto rst = db.OpenRecordset(QStringLiteral("SELECT * FROM %1 ORDER BY 1").arg(table));
-         !rst->Eof(); rst->MoveNext())
-        rows += rst->Value(QStringLiteral("id")).toString() + QLatin1Char('=') +
-                rst->Value(QStringLiteral("total")).toString() + QLatin1Char(';');
-    return rows;
+                     "INSERT INTO invoices VALUES (1, '12.50'), (2, '99.00')"});
 }
 
 QByteArray bytesOf(const QString& path) {
@@ -56,7 +46,7 @@ class PostgresDatabase {
 public:
     PostgresDatabase()
         : m_name(freshDatabaseName()) {
-        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+        administer("CREATE DATABASE " + m_name);
     }
     ~PostgresDatabase() {
         administer(QStringLiteral("DROP DATABASE IF EXISTS %1 WITH (FORCE)").arg(m_name));
@@ -67,59 +57,53 @@ private:
     QString m_name;
 };
 
-bool withoutPostgres() {
-    return qEnvironmentVariable("ORVANE_TEST_PG").isEmpty();
-}
-
 } // namespace
 
-TEST(ForeignDatabaseTest, ForeignSqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
+// A file of someone else's is set up only when the user says yes; one with only some of Orvane's
+// tables is refused without asking.
+TEST(ForeignDatabaseTest, SqliteFileIsLeftAsItIsUnlessTheUserSaysYes) {
     QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("accounts.db"));
+    const QString path = folder.filePath("accounts.db");
     makeForeign(path);
     const QByteArray before = bytesOf(path);
-
     EXPECT_THAT(refusal(path), AllOf(HasSubstr("accounts.db"),
                                      HasSubstr("holds other tables and none of Orvane's"),
                                      HasSubstr("left unchanged")));
     QStringList questions;
-    const auto no = [&](const QString& question) {
-        questions << question;
-        return false;
+    const auto answer = [&](bool yes) {
+        return [&questions, yes](const QString& question) {
+            questions << question;
+            return yes;
+        };
     };
-    EXPECT_THAT(refusal(path, no), HasSubstr("left unchanged"));
+    EXPECT_THAT(refusal(path, answer(false)), HasSubstr("left unchanged"));
     ASSERT_EQ(questions.size(), 1);
     EXPECT_THAT(questions[0].toStdString(), AllOf(HasSubstr("to the SQLite database"),
                                                   HasSubstr("accounts.db\"? It is not empty")));
     EXPECT_EQ(bytesOf(path), before);
+    {
+        SqlQueryService db(path, SchemaForm::WithEditorPosition, answer(true));
+        EXPECT_TRUE(db.SetUpOnOpen());
+        EXPECT_EQ(db.OpenRecordset("SELECT group_concat(id || '=' || total, ';') v FROM invoices")
+                      ->Value("v")
+                      .toString(),
+                  "1=12.50;2=99.00");
+    }
+    EXPECT_EQ(questions.size(), 2);
 
-    SqlQueryService db(path, SchemaForm::WithEditorPosition, [](const QString&) { return true; });
-    EXPECT_TRUE(db.SetUpOnOpen());
-    EXPECT_EQ(rowsOf(db, QStringLiteral("invoices")), "1=12.50;2=99.00;");
-}
-
-TEST(ForeignDatabaseTest, PartialSchemaIsRefusedNamingWhatIsMissing) {
-    QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("orvane.db"));
-    { SqlQueryService setUp(path); }
-    run(path,
-        {QStringLiteral("DROP TABLE eds_primarykey"), QStringLiteral("DROP TABLE qvd_eds_def")});
-    const QByteArray before = bytesOf(path);
-
-    bool asked = false;
-    EXPECT_THAT(refusal(path,
-                        [&](const QString&) {
-                            asked = true;
-                            return true;
-                        }),
+    run(path, {"DROP TABLE eds_primarykey", "DROP TABLE qvd_eds_def"});
+    const QByteArray partial = bytesOf(path);
+    EXPECT_THAT(refusal(path, answer(true)),
                 AllOf(HasSubstr("only some of Orvane's tables"),
                       HasSubstr("missing: eds_primarykey, qvd_eds_def")));
-    EXPECT_FALSE(asked);
-    EXPECT_EQ(bytesOf(path), before);
+    EXPECT_EQ(questions.size(), 2) << "a partial schema is refused without asking";
+    EXPECT_EQ(bytesOf(path), partial);
 }
 
-TEST(ForeignDatabaseTest, ForeignPostgresDatabaseIsLeftRowForRow) {
-    if (withoutPostgres())
+// Someone else's database is left row for row. Two first opens of an empty one at once both
+// succeed: one sets it up, the other waits for it and uses it.
+TEST(ForeignDatabaseTest, PostgresForeignDatabaseIsLeftAndAnEmptyOneIsSetUpOnce) {
+    if (qEnvironmentVariable("ORVANE_TEST_PG").isEmpty())
         GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
     const PostgresDatabase database;
     makeForeign(database.Connection());
@@ -136,18 +120,13 @@ TEST(ForeignDatabaseTest, ForeignPostgresDatabaseIsLeftRowForRow) {
                                         "FROM invoices"));
     ASSERT_TRUE(rows.next());
     EXPECT_EQ(rows.value(0).toString(), "1=12.50;2=99.00");
-}
 
-// Two first opens at once: one sets the database up, the other waits for it and uses it.
-TEST(ForeignDatabaseTest, ConcurrentFirstOpensOfAnEmptyPostgresDatabaseBothSucceed) {
-    if (withoutPostgres())
-        GTEST_SKIP() << "ORVANE_TEST_PG is not set: no PostgreSQL server to test against";
-    const PostgresDatabase database;
+    const PostgresDatabase empty;
     QString errors[2];
     bool setUp[2] = {false, false};
     const auto open = [&](int which) {
         try {
-            setUp[which] = SqlQueryService(database.Connection()).SetUpOnOpen();
+            setUp[which] = SqlQueryService(empty.Connection()).SetUpOnOpen();
         } catch (const Error& error) {
             errors[which] = error.message();
         }
@@ -158,7 +137,7 @@ TEST(ForeignDatabaseTest, ConcurrentFirstOpensOfAnEmptyPostgresDatabaseBothSucce
     }
     EXPECT_EQ(errors[0] + errors[1], QString());
     EXPECT_NE(setUp[0], setUp[1]);
-    EXPECT_FALSE(SqlQueryService(database.Connection()).SetUpOnOpen());
+    EXPECT_FALSE(SqlQueryService(empty.Connection()).SetUpOnOpen());
 }
 
 } // namespace Orvane::Testing

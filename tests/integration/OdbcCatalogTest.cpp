@@ -25,7 +25,7 @@ protected:
     void SetUp() override {
         if (qEnvironmentVariable("ORVANE_TEST_ODBC_DSN").isEmpty())
             GTEST_SKIP() << "ORVANE_TEST_ODBC_DSN is not set: no ODBC data source to test";
-        administer(QStringLiteral("CREATE DATABASE ") + m_name);
+        administer("CREATE DATABASE " + m_name);
         Studio::SqlConnection(Studio::ConnectionDescription::Parse(postgresConnection(m_name)))
             .Run(QStringLiteral("CREATE TABLE cell_counters (cell_id INTEGER, calls BIGINT, "
                                 "traffic DOUBLE PRECISION, erlangs NUMERIC(10,2), site "
@@ -47,39 +47,39 @@ private:
     QString m_name = freshDatabaseName();
 };
 
-TEST_F(OdbcCatalogTest, LoginIsTestedAndAFailureGivesTheDriversReasonWithoutThePassword) {
+// A failed login gives the driver's reason without the password; tables and columns come with
+// their type codes.
+TEST_F(OdbcCatalogTest, LoginIsTestedAndTablesAndColumnsAreListed) {
     EXPECT_NO_THROW(catalog->TestConnection(login));
     SourceLogin wrong = login;
-    wrong.password = QStringLiteral("Wr0ng;Secret");
+    wrong.password = "Wr0ng;Secret";
     const std::string refused = errorOf([&] { catalog->TestConnection(wrong); });
     EXPECT_THAT(refused, AllOf(HasSubstr("password authentication failed"), Not(HasSubstr("Wr0ng")),
                                Not(HasSubstr("Secret"))));
-    wrong.server = QStringLiteral("no_such_source");
+    wrong.server = "no_such_source";
     EXPECT_THAT(errorOf([&] { catalog->TestConnection(wrong); }),
                 AllOf(HasSubstr("no_such_source"), Not(HasSubstr("Wr0ng"))));
-}
 
-TEST_F(OdbcCatalogTest, TablesAndColumnsComeWithTheColumnTypeCodes) {
-    EXPECT_THAT(catalog->Tables(login), ::testing::Contains(QStringLiteral("cell_counters")));
+    EXPECT_THAT(catalog->Tables(login), ::testing::Contains("cell_counters"));
     QStringList columns;
-    for (const CatalogColumn& column : catalog->Columns(login, QStringLiteral("CELL_COUNTERS")))
+    for (const CatalogColumn& column : catalog->Columns(login, "CELL_COUNTERS"))
         columns << column.name + QLatin1Char(' ') + column.typeCode;
-    EXPECT_EQ(columns.join(QStringLiteral(", ")),
+    EXPECT_EQ(columns.join(", "),
               "cell_id I, calls I, traffic F, erlangs F, site S, note S, day D, taken D");
-    EXPECT_THAT(errorOf([&] { catalog->Columns(login, QStringLiteral("no_such_table")); }),
+    EXPECT_THAT(errorOf([&] { catalog->Columns(login, "no_such_table"); }),
                 HasSubstr("\"no_such_table\" was not found"));
 }
 
 TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
     XDataSourcesODBC editor;
-    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
+    editor.findChild<QPushButton*>("cmdTestConnection")->click();
     editor.setServer(login.server);
     editor.setDatabase(login.database);
     editor.setUserId(login.userId);
-    editor.setPassword(QStringLiteral("Wr0ngSecret"));
-    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
+    editor.setPassword("Wr0ngSecret");
+    editor.findChild<QPushButton*>("cmdTestConnection")->click();
     editor.setPassword(login.password);
-    editor.findChild<QPushButton*>(QStringLiteral("cmdTestConnection"))->click();
+    editor.findChild<QPushButton*>("cmdTestConnection")->click();
     ASSERT_EQ(app->msgBoxes.size(), 3);
     EXPECT_EQ(app->msgBoxes[0].prompt, "Please enter Server");
     EXPECT_EQ(app->msgBoxes[1].icon, MsgBoxIcon::Critical);
@@ -88,10 +88,10 @@ TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
     EXPECT_EQ(app->msgBoxes[2].prompt, "The connection succeeded.");
 
     app->modalHandlers.push_back([](QDialog& dialog) {
-        dialog.findChild<QLineEdit*>(QStringLiteral("txtFilter"))->setText(QStringLiteral("CELL"));
+        dialog.findChild<QLineEdit*>("txtFilter")->setText("CELL");
         return QDialog::Accepted;
     });
-    editor.findChild<QAbstractButton*>(QStringLiteral("cmdTables"))->click();
+    editor.findChild<QAbstractButton*>("cmdTables")->click();
     EXPECT_EQ(editor.Table(), "cell_counters");
     const ColumnDetection detected = editor.TableDetection();
     ASSERT_EQ(detected.columns.size(), 8) << detected.error.toStdString();
@@ -102,23 +102,22 @@ TEST_F(OdbcCatalogTest, EditorTestsTheLoginPicksTheTableAndReadsItsColumns) {
 
     HostRegistry::InstallSourceCatalog(nullptr);
     XDataSourcesODBC withoutCatalog;
-    EXPECT_TRUE(withoutCatalog.findChild<QWidget*>(QStringLiteral("cmdTables"))->isHidden());
+    EXPECT_TRUE(withoutCatalog.findChild<QWidget*>("cmdTables")->isHidden());
 }
 
 // The Studio's ODBC backend speaks the Oracle dialect unchanged, so over PostgreSQL only its
 // opening and its refusal of a database without Orvane's tables can be tried.
 TEST_F(OdbcCatalogTest, StudioOpensOrvaneDatabasesOverOdbcAndRefusesOthersPlainly) {
-    const QString odbc = QStringLiteral("odbc:") + Studio::OdbcCatalog::ConnectionText(login);
+    const QString odbc = "odbc:" + Studio::OdbcCatalog::ConnectionText(login);
     EXPECT_THAT(errorOf([&] { Studio::SqlQueryService refused(odbc); }),
                 AllOf(HasSubstr("has no Orvane tables"), HasSubstr("never set up"),
                       Not(HasSubstr(login.password.toStdString()))));
     administer(QStringLiteral("DROP DATABASE %1 WITH (FORCE)").arg(login.database));
-    administer(QStringLiteral("CREATE DATABASE ") + login.database);
+    administer("CREATE DATABASE " + login.database);
     { Studio::SqlQueryService setUp(postgresConnection(login.database)); }
     Studio::SqlQueryService opened(odbc);
     EXPECT_EQ(opened.Backend(), Studio::SqlBackend::ODBC);
-    EXPECT_FALSE(
-        opened.OpenRecordset(QStringLiteral("SELECT frequency_id FROM qv_frequency"))->Eof());
+    EXPECT_FALSE(opened.OpenRecordset("SELECT frequency_id FROM qv_frequency")->Eof());
 }
 
 } // namespace Orvane::Testing

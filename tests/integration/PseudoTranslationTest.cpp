@@ -122,10 +122,7 @@ TEST_P(PseudoTranslationTest, EveryWindowShowsOnlyTranslatedTexts) {
     EXPECT_TRUE(missed.isEmpty()) << missed.join('\n').toStdString();
 }
 
-INSTANTIATE_TEST_SUITE_P(SQLite, PseudoTranslationTest,
-                         ::testing::Values(DatabaseTarget{Studio::SqlBackend::SQLite,
-                                                          Studio::SchemaForm::WithEditorPosition}),
-                         targetName);
+INSTANTIATE_TEST_SUITE_P(SQLite, PseudoTranslationTest, SqliteOnly(), targetName);
 
 } // namespace
 } // namespace Orvane::Testing

@@ -32,7 +32,7 @@ protected:
 
 INSTANTIATE_TEST_SUITE_P(Databases, SqlQueryServiceTest, AllDatabases(), targetName);
 
-TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionary) {
+TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionaryAndReopensAsItIs) {
     EXPECT_TRUE(db->SetUpOnOpen());
     EXPECT_EQ(db->ColumnExists("eds_column", "editor_position"), withEditorPosition());
     EXPECT_TRUE(db->ColumnExists("EDS_COLUMN", "Col_Name"));
@@ -41,9 +41,6 @@ TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionary) {
     EXPECT_EQ(db->ColumnWidth("eds_column", "col_position"), 0);
     EXPECT_FALSE(db->ColumnExists("no_such_table", "col_name"));
 
-    EXPECT_EQ(count("qvn_entity", "allow_external = 'N'"), 2);
-    EXPECT_EQ(count("qvd_aggregator"), 5);
-    EXPECT_EQ(count("qvd_field_tech", "field_id = 1"), 4);
     const auto group = db->OpenRecordset(MSQL::ExternalFieldGroupQuery());
     EXPECT_EQ(db->ValueAsLong(group->Value("field_group_id")), 3);
 
@@ -60,10 +57,8 @@ TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionary) {
     EXPECT_FALSE(again.SetUpOnOpen());
     const auto rst = again.OpenRecordset("SELECT col_name FROM eds_column WHERE col_id = 201");
     EXPECT_EQ(rst->Value("col_name").toString(), "KEPT");
-}
 
-// A database an earlier version set up gets the saves' change stamp when it is opened.
-TEST_P(SqlQueryServiceTest, OpeningAddsTheChangeStampToAnEarlierDatabase) {
+    // A database an earlier version set up gets the saves' change stamp when it is opened.
     db->ExecuteStatement("ALTER TABLE eds_document DROP COLUMN change_stamp");
     Studio::SqlQueryService reopened(connectionText());
     EXPECT_EQ(reopened.ExecuteCounted("UPDATE eds_document SET change_stamp = change_stamp + 1 "
@@ -94,7 +89,7 @@ TEST_P(SqlQueryServiceTest, QuotesRoundTripThroughSetAndValueLists) {
     EXPECT_EQ(db->ValueAsLong(rst->Value("frequency_id")), 0);
 }
 
-TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessage) {
+TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessageWithoutPasswords) {
     const QString statement = "SELECT nosuch FROM eds_column";
     EXPECT_THAT(errorOf([&] { db->OpenRecordset(statement); }),
                 AllOf(HasSubstr(onPostgres() ? "column \"nosuch\" does not exist"
@@ -111,11 +106,9 @@ TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessage) {
     EXPECT_TRUE(ColumnSave::FieldNameInUse(" cell_name ", 7, 0));
     EXPECT_FALSE(ColumnSave::FieldNameInUse("cell_name", 7, 1));
     EXPECT_FALSE(ColumnSave::FieldNameInUse("cell_name", 6, 0));
-}
 
-// What a failing statement writes to a password column is hidden where the error shows it,
-// PostgreSQL's "Failing row contains (...)" included.
-TEST_P(SqlQueryServiceTest, FailingStatementsHideTheirPasswords) {
+    // What a failing statement writes to a password column is hidden where the error shows it,
+    // PostgreSQL's "Failing row contains (...)" included.
     const std::pair<QString, std::string> statements[] = {
         {"INSERT INTO eds_odbc_file (eds_id, db_server, table_name, db_userid, db_password) "
          "VALUES (NULL, 's', 't', 'pm', 'it''s secret')",

@@ -37,10 +37,7 @@ QTreeWidgetItem* findItem(QTreeWidget& tree, const QString& text) {
 // The studio's widgets on the demo dictionary; the database kind does not matter to them.
 class StudioWidgetsTest : public StudioDictionaryTest {};
 
-INSTANTIATE_TEST_SUITE_P(Demo, StudioWidgetsTest,
-                         ::testing::Values(DatabaseTarget{Studio::SqlBackend::SQLite,
-                                                          Studio::SchemaForm::WithEditorPosition}),
-                         targetName);
+INSTANTIATE_TEST_SUITE_P(Demo, StudioWidgetsTest, SqliteOnly(), targetName);
 
 TEST_P(StudioWidgetsTest, TreeOfEntitiesFollowsTheNetwork) {
     Studio::TemplateTree tree(*service);
