@@ -1,6 +1,7 @@
 #include "studio/db/SqlRecordset.h"
 
 #include "orvane/host/OrvaneError.h"
+#include "studio/db/SqliteRows.h"
 
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -15,6 +16,10 @@ SqlRecordset::SqlRecordset(QSqlQuery& query) {
     // Backwards, so that of two fields with one name the first answers.
     for (int column = columns - 1; column >= 0; --column)
         m_columnOf.insert(m_names[column].toCaseFolded(), column);
+    if (sqlite3_stmt* statement = SqliteRows::StatementOf(query)) {
+        m_rowCount = SqliteRows::ReadAll(statement, m_values);
+        return;
+    }
     if (query.size() > 0)
         m_values.reserve(qsizetype(query.size()) * columns);
     while (query.next()) {

@@ -11,8 +11,9 @@ class QSqlQuery;
 namespace Orvane::Studio {
 
 // The rows of a SELECT, read at once so that the database's cursor and locks are released before
-// the caller walks them. Forward reading, with MoveFirst to read again; field names compare
-// without regard to case; a database null is a null QVariant.
+// the caller walks them; on SQLite straight from the statement (see SqliteRows). Forward reading,
+// with MoveFirst to read again; field names compare without regard to case; a database null is a
+// null QVariant.
 //
 // Callers read the same few names on every row, so each name as a caller spells it is resolved
 // to its column once. A name written as a literal keeps its characters at one address for the

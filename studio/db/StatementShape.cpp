@@ -44,7 +44,7 @@ QString quoted(const QString& text) {
 StatementShape::StatementShape(const SqlTokenList& tokens) {
     const QString& statement = tokens.Statement();
     if (!shapeable(tokens)) {
-        m_pieces << statement;
+        keepText(statement);
         return;
     }
     QList<qsizetype> open; // the parentheses around the current token
@@ -58,6 +58,10 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
         } else if (const qsizetype last = literalEnd(tokens, i);
                    last >= 0 && fixesType(tokens, i, last, open.isEmpty() ? -1 : open.last()) &&
                    take(tokens, i, last)) {
+            if (m_values.size() > MaxValues) {
+                keepText(statement);
+                return;
+            }
             m_pieces << statement.mid(pieceStart, tokens.Begin(i) - pieceStart);
             pieceStart = tokens.End(last);
             i = last;
@@ -69,10 +73,13 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
     const auto marks = [](const QString& piece) {
         return piece.contains(QLatin1Char('?')) || piece.contains(QLatin1Char(':'));
     };
-    if (m_values.size() > MaxValues || std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks)) {
-        m_pieces = {statement};
-        m_values.clear();
-    }
+    if (std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks))
+        keepText(statement);
+}
+
+void StatementShape::keepText(const QString& statement) {
+    m_pieces = {statement};
+    m_values.clear();
 }
 
 bool StatementShape::shapeable(const SqlTokenList& tokens) const {

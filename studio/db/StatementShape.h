@@ -38,6 +38,7 @@ private:
     bool fixesType(const SqlTokenList& tokens, qsizetype first, qsizetype last,
                    qsizetype enclosing) const;
     bool take(const SqlTokenList& tokens, qsizetype first, qsizetype last);
+    void keepText(const QString& statement);
 
     QStringList m_pieces; // the text around the values: one more piece than values
     QVariantList m_values;

@@ -227,4 +227,29 @@ TEST_P(SqlQueryServiceTest, PreparedStatementsAnswerAsTheirLiteralText) {
     EXPECT_TRUE(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 2")->Value("extra").isNull());
 }
 
+// Values keep the types and texts the database holds, whichever way the rows are read.
+TEST_P(SqlQueryServiceTest, RecordsetValuesKeepTheirTypesAndTexts) {
+    db->ExecuteStatement("CREATE TABLE typed_t (id INTEGER, i BIGINT, r REAL, s VARCHAR(20))");
+    db->ExecuteStatement(
+        QStringLiteral("INSERT INTO typed_t VALUES (1, 3000000000, 2.5, 'Z\u00fcrich \u2713')"));
+    db->ExecuteStatement("INSERT INTO typed_t VALUES (2, -7, NULL, '')");
+    db->ExecuteStatement("INSERT INTO typed_t VALUES (3, NULL, NULL, NULL)");
+    const auto rst = db->OpenRecordset("SELECT i, r, s FROM typed_t ORDER BY id");
+    const QList<QVariantList> expected{
+        {qlonglong(3000000000), 2.5, QStringLiteral("Z\u00fcrich \u2713")},
+        {qlonglong(-7), QVariant(), QStringLiteral("")},
+        {QVariant(), QVariant(), QVariant()}};
+    for (const QVariantList& row : expected) {
+        ASSERT_FALSE(rst->Eof());
+        const QVariantList read{rst->Value("i"), rst->Value("r"), rst->Value("s")};
+        for (qsizetype i = 0; i < row.size(); ++i) {
+            EXPECT_EQ(read[i].metaType(), row[i].metaType()) << i;
+            EXPECT_EQ(read[i], row[i]) << i;
+        }
+        rst->MoveNext();
+    }
+    EXPECT_TRUE(rst->Eof());
+    EXPECT_TRUE(db->OpenRecordset("SELECT i FROM typed_t WHERE id = 4")->Eof());
+}
+
 } // namespace Orvane::Testing
