@@ -40,16 +40,20 @@ sqlite3_stmt* SqliteRows::StatementOf(const QSqlQuery& query) {
     return *static_cast<sqlite3_stmt* const*>(handle.constData());
 }
 
+void SqliteRows::ReadRow(sqlite3_stmt* statement, QVariantList& values) {
+    const int columns = sqlite3_column_count(statement);
+    for (int column = 0; column < columns; ++column)
+        values.append(valueOf(statement, column));
+}
+
 qsizetype SqliteRows::ReadAll(sqlite3_stmt* statement, QVariantList& values) {
     // Qt's driver steps to the first row as it executes; a result without rows it has reset.
     if (!sqlite3_stmt_busy(statement))
         return 0;
-    const int columns = sqlite3_column_count(statement);
     qsizetype rows = 0;
     int step = SQLITE_ROW;
     for (; step == SQLITE_ROW; step = sqlite3_step(statement)) {
-        for (int column = 0; column < columns; ++column)
-            values.append(valueOf(statement, column));
+        ReadRow(statement, values);
         ++rows;
     }
     if (step != SQLITE_DONE) {

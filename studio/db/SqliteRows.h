@@ -16,6 +16,8 @@ public:
     // The statement under a query of Qt's SQLite driver; null for any other driver or a query
     // that has not run.
     static sqlite3_stmt* StatementOf(const QSqlQuery& query);
+    // Appends the values of the row the statement stands on.
+    static void ReadRow(sqlite3_stmt* statement, QVariantList& values);
     // Appends the values of every row the executed statement has left, the row it stands on
     // first, one row after the other, a database null as a null QVariant; answers how many rows.
     // A failing step is an Orvane::Error with SQLite's message.
