@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QStringList>
 #include <QVariantList>
+#include <utility>
 
 class QSqlQuery;
 
@@ -33,12 +34,15 @@ public:
 
 private:
     qsizetype columnOf(const QString& field) const;
+    void rememberLiteral(const QString& field, qsizetype column) const;
 
     QStringList m_names;
-    QHash<QString, qsizetype> m_columnOf;             // case-folded name -> column
-    mutable QHash<QString, qsizetype> m_asked;        // a name as a caller spelled it -> column
-    mutable QHash<const QChar*, qsizetype> m_literal; // a literal name's characters -> column
-    QVariantList m_values;                            // every row's values, one row after the other
+    QHash<QString, qsizetype> m_columnOf;      // case-folded name -> column
+    mutable QHash<QString, qsizetype> m_asked; // a name as a caller spelled it -> column
+    static constexpr qsizetype MaxLiterals = 32;
+    // A literal name's characters and its column, looked through in order: fewer than a hash.
+    mutable QList<std::pair<const QChar*, qsizetype>> m_literal;
+    QVariantList m_values; // every row's values, one row after the other
     qsizetype m_rowCount = 0;
     qsizetype m_current = 0;
 };
