@@ -222,6 +222,13 @@ TEST_P(SqlQueryServiceTest, PreparedStatementsAnswerAsTheirLiteralText) {
     EXPECT_EQ(scalar("SELECT id v FROM shape_t WHERE n = 3000000000").toInt(), 2);
     EXPECT_EQ(scalar("SELECT CASE WHEN id = 2 THEN 1 ELSE 0 END v FROM shape_t WHERE id = 2"), 1);
 
+    // More shapes than a connection keeps, each run twice: the ones dropped are prepared again.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (int i = 1; i <= 80; ++i)
+            db->ExecuteStatement(
+                QStringLiteral("UPDATE shape_t SET n = n + %1 WHERE id = 3").arg(i));
+    }
+    EXPECT_EQ(scalar("SELECT n v FROM shape_t WHERE id = 3").toInt(), 7 + 2 * 3240);
     EXPECT_EQ(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 1")->Value("n").toInt(), 7);
     db->ExecuteStatement("ALTER TABLE shape_t ADD COLUMN extra INTEGER");
     EXPECT_TRUE(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 2")->Value("extra").isNull());
