@@ -106,6 +106,7 @@ void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
     if (!ids.isEmpty())
         rst->MoveFirst();
 
+    const bool editorPosition = MSQL::HasEditorPosition();
     // Literal names: nothing is converted for each of the many reads.
     const auto text = [&](const QString& name) { return rst->Value(name).toString(); };
     const auto integer = [&](const QString& name) { return query.ValueAsLong(rst->Value(name)); };
@@ -123,7 +124,7 @@ void CDataSourcesColumns::LoadColumns(qint32 EDS_Id) {
         column->setKeyEntity(text(QStringLiteral("pkentity_name")));
         column->setKeyEntity_Label(text(QStringLiteral("pkentity_label")));
         column->setIsTimeStamp(query.ValueAsBoolean(rst->Value(QStringLiteral("TimeStamp"))));
-        if (MSQL::HasEditorPosition())
+        if (editorPosition)
             column->setColPosition(integer(QStringLiteral("editor_position")));
     }
     m_edsId = EDS_Id;

@@ -6,9 +6,27 @@
 #include "studio/db/SqlConnection.h"
 #include "studio/db/SqliteBackend.h"
 
-#include <QRegularExpression>
+#include <algorithm>
 
 namespace Orvane::Studio {
+
+namespace {
+
+bool isAsciiLetter(QChar c) {
+    return (c >= u'a' && c <= u'z') || (c >= u'A' && c <= u'Z') || c == u'_';
+}
+
+// A letter or underscore, then letters, digits, _, $ and #; checked by hand, as sequences are
+// drawn one id at a time.
+bool isPlainPart(QStringView part) {
+    if (part.isEmpty() || !isAsciiLetter(part.front()))
+        return false;
+    return std::all_of(part.begin() + 1, part.end(), [](QChar c) {
+        return isAsciiLetter(c) || (c >= u'0' && c <= u'9') || c == u'$' || c == u'#';
+    });
+}
+
+} // namespace
 
 std::unique_ptr<DatabaseBackend> DatabaseBackend::For(SqlConnection& connection) {
     switch (connection.Backend()) {
@@ -23,9 +41,11 @@ std::unique_ptr<DatabaseBackend> DatabaseBackend::For(SqlConnection& connection)
 }
 
 void DatabaseBackend::RequirePlainName(const QString& name, const QString& what) {
-    static const QRegularExpression plain(
-        QStringLiteral("^[A-Za-z_][A-Za-z0-9_$#]*(\\.[A-Za-z_][A-Za-z0-9_$#]*)?$"));
-    if (!plain.match(name).hasMatch())
+    const qsizetype dot = name.indexOf(QLatin1Char('.'));
+    const QStringView whole(name);
+    const bool plain = dot < 0 ? isPlainPart(whole)
+                               : isPlainPart(whole.left(dot)) && isPlainPart(whole.mid(dot + 1));
+    if (!plain)
         throw Error(QStringLiteral("\"%1\" is not a %2 name.").arg(name, what));
 }
 

@@ -130,6 +130,13 @@ QString SqlLiterals::ValueList(const QVariantList& values) {
 }
 
 qint32 SqlLiterals::AsLong(const QVariant& value) {
+    // What SQLite gives for every id a load reads, taken without a conversion.
+    if (value.typeId() == QMetaType::LongLong) {
+        const qlonglong number = *static_cast<const qlonglong*>(value.constData());
+        if (number >= std::numeric_limits<qint32>::min() &&
+            number <= std::numeric_limits<qint32>::max())
+            return qint32(number);
+    }
     if (!value.isValid() || value.isNull())
         return 0;
     switch (value.typeId()) {

@@ -7,11 +7,19 @@
 #include "studio/db/SqlConnection.h"
 #include "studio/db/SqlLiterals.h"
 #include "studio/db/SqlRecordset.h"
+#include "studio/db/SqliteStatements.h"
 #include "studio/db/StatementShape.h"
 
 #include <QHash>
 
 namespace Orvane::Studio {
+
+namespace {
+
+// Enough for every shape of statement one save sends.
+constexpr qsizetype PreparedStatements = 64;
+
+} // namespace
 
 struct SqlQueryService::Private {
     explicit Private(const QString& connection)
@@ -24,9 +32,14 @@ struct SqlQueryService::Private {
     bool setUp = false;
     QSqlQuery unprepared; // the last statement run as text
 
+    // Statements that return no rows, run straight on SQLite (declared after the connection,
+    // so that they end before it closes).
+    std::unique_ptr<SqliteStatements> sqlite;
+
     // The query that ran the statement; read it before the next. Null when the statement was
     // held, which mayHold allows.
     QSqlQuery* run(const QString& statement, bool mayHold = false);
+    void execute(const QString& statement);
 };
 
 // On SQLite and PostgreSQL the statement's literals are bound to a query prepared once per
@@ -47,6 +60,26 @@ QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool mayHold)
         return nullptr;
     }
     return &connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
+}
+
+// On SQLite a statement with values to bind runs straight on the database: Qt's binding and
+// executing cost more than SQLite's work for one row.
+void SqlQueryService::Private::execute(const QString& statement) {
+    if (connection.Backend() != SqlBackend::SQLite) {
+        if (QSqlQuery* query = run(statement, true))
+            query->finish();
+        return;
+    }
+    const SqlTokenList tokens = OracleDialectBridge::TranslatedTokens(statement);
+    const StatementShape shape(tokens);
+    if (!shape.HasValues()) {
+        unprepared = connection.Run(tokens.Statement());
+        unprepared.finish();
+        return;
+    }
+    if (!sqlite)
+        sqlite = std::make_unique<SqliteStatements>(connection, PreparedStatements);
+    sqlite->Run(shape.Text(StatementShape::Numbers::Bare), shape.Values(), tokens.Statement());
 }
 
 SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm,
@@ -112,8 +145,7 @@ std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statem
 }
 
 void SqlQueryService::ExecuteStatement(const QString& statement) {
-    if (QSqlQuery* query = d->run(statement, true))
-        query->finish();
+    d->execute(statement);
 }
 
 qint32 SqlQueryService::ExecuteCounted(const QString& statement) {

@@ -1,6 +1,7 @@
 #include "studio/db/SqlRecordset.h"
 
 #include "orvane/host/OrvaneError.h"
+#include "studio/db/SqliteRows.h"
 
 #include <QSqlQuery>
 #include <QSqlRecord>
@@ -15,6 +16,10 @@ SqlRecordset::SqlRecordset(QSqlQuery& query) {
     // Backwards, so that of two fields with one name the first answers.
     for (int column = columns - 1; column >= 0; --column)
         m_columnOf.insert(m_names[column].toCaseFolded(), column);
+    if (sqlite3_stmt* statement = SqliteRows::StatementOf(query)) {
+        m_rowCount = SqliteRows::ReadAll(statement, m_values);
+        return;
+    }
     if (query.size() > 0)
         m_values.reserve(qsizetype(query.size()) * columns);
     while (query.next()) {
@@ -52,14 +57,15 @@ qsizetype SqlRecordset::columnOf(const QString& field) const {
     // A literal's text is static and never freed: its address stands for its text.
     const bool literal = !field.data_ptr().isMutable() && !field.isEmpty();
     if (literal) {
-        const auto known = m_literal.constFind(field.constData());
-        if (known != m_literal.constEnd())
-            return *known;
+        for (const auto& [text, column] : m_literal) {
+            if (text == field.constData())
+                return column;
+        }
     }
     const auto asked = m_asked.constFind(field);
     if (asked != m_asked.constEnd()) {
         if (literal)
-            m_literal.insert(field.constData(), *asked);
+            rememberLiteral(field, *asked);
         return *asked;
     }
     const auto column = m_columnOf.constFind(field.toCaseFolded());
@@ -68,8 +74,14 @@ qsizetype SqlRecordset::columnOf(const QString& field) const {
                         .arg(field, m_names.join(QStringLiteral(", "))));
     m_asked.insert(field, *column);
     if (literal)
-        m_literal.insert(field.constData(), *column);
+        rememberLiteral(field, *column);
     return *column;
+}
+
+// A caller reads a handful of literal names; beyond that many, names are found by their text.
+void SqlRecordset::rememberLiteral(const QString& field, qsizetype column) const {
+    if (m_literal.size() < MaxLiterals)
+        m_literal.append({field.constData(), column});
 }
 
 } // namespace Orvane::Studio

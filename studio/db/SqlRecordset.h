@@ -5,14 +5,16 @@
 #include <QHash>
 #include <QStringList>
 #include <QVariantList>
+#include <utility>
 
 class QSqlQuery;
 
 namespace Orvane::Studio {
 
 // The rows of a SELECT, read at once so that the database's cursor and locks are released before
-// the caller walks them. Forward reading, with MoveFirst to read again; field names compare
-// without regard to case; a database null is a null QVariant.
+// the caller walks them; on SQLite straight from the statement (see SqliteRows). Forward reading,
+// with MoveFirst to read again; field names compare without regard to case; a database null is a
+// null QVariant.
 //
 // Callers read the same few names on every row, so each name as a caller spells it is resolved
 // to its column once. A name written as a literal keeps its characters at one address for the
@@ -32,12 +34,15 @@ public:
 
 private:
     qsizetype columnOf(const QString& field) const;
+    void rememberLiteral(const QString& field, qsizetype column) const;
 
     QStringList m_names;
-    QHash<QString, qsizetype> m_columnOf;             // case-folded name -> column
-    mutable QHash<QString, qsizetype> m_asked;        // a name as a caller spelled it -> column
-    mutable QHash<const QChar*, qsizetype> m_literal; // a literal name's characters -> column
-    QVariantList m_values;                            // every row's values, one row after the other
+    QHash<QString, qsizetype> m_columnOf;      // case-folded name -> column
+    mutable QHash<QString, qsizetype> m_asked; // a name as a caller spelled it -> column
+    static constexpr qsizetype MaxLiterals = 32;
+    // A literal name's characters and its column, looked through in order: fewer than a hash.
+    mutable QList<std::pair<const QChar*, qsizetype>> m_literal;
+    QVariantList m_values; // every row's values, one row after the other
     qsizetype m_rowCount = 0;
     qsizetype m_current = 0;
 };

@@ -55,12 +55,25 @@ QStringView SqlTokenList::Span(qsizetype first, qsizetype last) const {
 }
 
 bool SqlTokenList::IsKeyword(qsizetype i, QLatin1StringView keyword) const {
-    return i >= 0 && i < Count() && m_tokens[i].kind == SqlTokenKind::Word &&
-           Text(i).compare(keyword, Qt::CaseInsensitive) == 0;
+    if (i < 0 || i >= Count() || m_tokens[i].kind != SqlTokenKind::Word ||
+        m_tokens[i].end - m_tokens[i].begin != keyword.size())
+        return false;
+    return Text(i).compare(keyword, Qt::CaseInsensitive) == 0;
 }
 
+// Compared character by character: the statement is walked token by token many times over.
 bool SqlTokenList::IsSymbol(qsizetype i, QLatin1StringView symbol) const {
-    return i >= 0 && i < Count() && m_tokens[i].kind == SqlTokenKind::Symbol && Text(i) == symbol;
+    if (i < 0 || i >= Count())
+        return false;
+    const Token& token = m_tokens[i];
+    if (token.kind != SqlTokenKind::Symbol || token.end - token.begin != symbol.size())
+        return false;
+    const QChar* text = m_statement.constData() + token.begin;
+    for (qsizetype k = 0; k < symbol.size(); ++k) {
+        if (text[k] != symbol[k])
+            return false;
+    }
+    return true;
 }
 
 bool SqlTokenList::IsName(qsizetype i) const {
@@ -69,6 +82,8 @@ bool SqlTokenList::IsName(qsizetype i) const {
 }
 
 void SqlTokenList::lex() {
+    // Roughly one token in four characters; growing the list costs more than a spare slot.
+    m_tokens.reserve(m_statement.size() / 3 + 8);
     qsizetype pos = skipGap(0);
     while (pos < m_statement.size()) {
         const QChar c = m_statement[pos];
@@ -183,9 +198,12 @@ qsizetype SqlTokenList::endOfOuterJoinMark(qsizetype pos) const {
 }
 
 qsizetype SqlTokenList::endOfSymbol(qsizetype pos) const {
-    const QStringView rest = QStringView(m_statement).mid(pos, 2);
+    if (pos + 1 >= m_statement.size())
+        return pos + 1;
+    const char16_t first = m_statement[pos].unicode();
+    const char16_t second = m_statement[pos + 1].unicode();
     for (const QLatin1StringView symbol : TwoCharacterSymbols) {
-        if (rest == symbol)
+        if (first == symbol[0].unicode() && second == symbol[1].unicode())
             return pos + 2;
     }
     return pos + 1;

@@ -28,26 +28,46 @@ QString SqliteBackend::Translate(const QString& statement) const {
     return OracleDialectBridge::Translate(statement);
 }
 
+namespace {
+
+const QString NextValueStatement =
+    QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
+                   "WHERE sequence_name = ? RETURNING next_value - 1");
+
+QString nextValueShown(const QString& name) {
+    return QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
+                          "WHERE sequence_name = '%1' RETURNING next_value - 1")
+        .arg(name);
+}
+
+qint32 drawnValue(const QVariant& value, const QString& sequence, SqlConnection& connection) {
+    if (value.isNull())
+        throw Error(QStringLiteral("The sequence %1 does not exist in %2.")
+                        .arg(sequence, connection.Description().Shown()));
+    return SqlLiterals::AsLong(value);
+}
+
+} // namespace
+
+SqliteBackend::SqliteBackend(SqlConnection& connection)
+    : m_connection(connection)
+    , m_statements(connection, 4) {}
+
+// The save draws its ids one at a time: the statement runs straight on SQLite.
 qint32 SqliteBackend::NextSequenceValue(const QString& sequence) {
-    return NextValue(m_connection, sequence);
+    RequirePlainName(sequence, QStringLiteral("sequence"));
+    const QString name = sequence.toLower();
+    return drawnValue(m_statements.Run(NextValueStatement, {name}, nextValueShown(name)), sequence,
+                      m_connection);
 }
 
 qint32 SqliteBackend::NextValue(SqlConnection& connection, const QString& sequence) {
     RequirePlainName(sequence, QStringLiteral("sequence"));
     const QString name = sequence.toLower();
-    QSqlQuery& query = connection.RunPrepared(
-        QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
-                       "WHERE sequence_name = ? RETURNING next_value - 1"),
-        {name},
-        QStringLiteral("UPDATE sequence_counter SET next_value = next_value + 1 "
-                       "WHERE sequence_name = '%1' RETURNING next_value - 1")
-            .arg(name));
-    if (!query.next())
-        throw Error(QStringLiteral("The sequence %1 does not exist in %2.")
-                        .arg(sequence, connection.Description().Shown()));
-    const qint32 value = SqlLiterals::AsLong(query.value(0));
+    QSqlQuery& query = connection.RunPrepared(NextValueStatement, {name}, nextValueShown(name));
+    const QVariant value = query.next() ? query.value(0) : QVariant();
     query.finish();
-    return value;
+    return drawnValue(value, sequence, connection);
 }
 
 QVariant SqliteBackend::CallProcedure(const QString& procedure,

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "studio/db/DatabaseBackend.h"
+#include "studio/db/SqliteStatements.h"
 
 namespace Orvane::Studio {
 
@@ -8,8 +9,7 @@ namespace Orvane::Studio {
 // sequence_counter, the stored procedures as C++ routines (SqliteProcedures).
 class SqliteBackend : public DatabaseBackend {
 public:
-    explicit SqliteBackend(SqlConnection& connection)
-        : m_connection(connection) {}
+    explicit SqliteBackend(SqlConnection& connection);
 
     QString Translate(const QString& statement) const override;
     qint32 NextSequenceValue(const QString& sequence) override;
@@ -24,6 +24,7 @@ public:
 
 private:
     SqlConnection& m_connection;
+    SqliteStatements m_statements;
 };
 
 } // namespace Orvane::Studio

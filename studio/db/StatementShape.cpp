@@ -13,12 +13,17 @@ using Word = QLatin1StringView;
 // and binding its values costs more than the database's reading of them.
 constexpr qsizetype MaxValues = 64;
 
+// =, <>, !=, ^=, <, >, <= or >=, read character by character: every literal asks.
 bool isComparisonOrAssignment(const SqlTokenList& tokens, qsizetype i) {
-    for (const char* symbol : {"=", "<>", "!=", "^=", "<", ">", "<=", ">="}) {
-        if (tokens.IsSymbol(i, Word(symbol)))
-            return true;
-    }
-    return false;
+    if (i < 0 || tokens.Kind(i) != SqlTokenKind::Symbol)
+        return false;
+    const QStringView symbol = tokens.Text(i);
+    const char16_t first = symbol[0].unicode();
+    if (symbol.size() == 1)
+        return first == u'=' || first == u'<' || first == u'>';
+    const char16_t second = symbol[1].unicode();
+    return (second == u'=' && (first == u'!' || first == u'^' || first == u'<' || first == u'>')) ||
+           (first == u'<' && second == u'>');
 }
 
 // A literal that ends its operand: what follows cannot make it part of a larger expression.
@@ -33,6 +38,16 @@ bool isInt32(qlonglong value) {
            value <= std::numeric_limits<qint32>::max();
 }
 
+// A whole number as QString::number writes it: no plus sign, no leading zero, no "-0".
+bool writtenAsItsValue(QStringView text) {
+    const QStringView digits = text.startsWith(u'-') ? text.mid(1) : text;
+    if (digits.isEmpty() ||
+        (digits[0] == u'0' && (digits.size() > 1 || digits.size() < text.size())))
+        return false;
+    return std::all_of(digits.begin(), digits.end(),
+                       [](QChar c) { return c >= u'0' && c <= u'9'; });
+}
+
 QString quoted(const QString& text) {
     QString escaped = text;
     escaped.replace(QLatin1Char('\''), QStringLiteral("''"));
@@ -41,10 +56,10 @@ QString quoted(const QString& text) {
 
 } // namespace
 
-StatementShape::StatementShape(const SqlTokenList& tokens) {
-    const QString& statement = tokens.Statement();
+StatementShape::StatementShape(const SqlTokenList& tokens)
+    : m_statement(tokens.Statement()) {
     if (!shapeable(tokens)) {
-        m_pieces << statement;
+        keepText();
         return;
     }
     QList<qsizetype> open; // the parentheses around the current token
@@ -58,21 +73,33 @@ StatementShape::StatementShape(const SqlTokenList& tokens) {
         } else if (const qsizetype last = literalEnd(tokens, i);
                    last >= 0 && fixesType(tokens, i, last, open.isEmpty() ? -1 : open.last()) &&
                    take(tokens, i, last)) {
-            m_pieces << statement.mid(pieceStart, tokens.Begin(i) - pieceStart);
+            if (m_values.size() > MaxValues) {
+                keepText();
+                return;
+            }
+            m_pieces.append({pieceStart, tokens.Begin(i)});
             pieceStart = tokens.End(last);
             i = last;
         }
     }
-    m_pieces << statement.mid(pieceStart);
+    m_pieces.append({pieceStart, m_statement.size()});
     // A question mark or colon left in the text, even in a comment, may be taken for a
     // placeholder by the driver.
-    const auto marks = [](const QString& piece) {
-        return piece.contains(QLatin1Char('?')) || piece.contains(QLatin1Char(':'));
+    const auto marks = [this](const Piece& piece) {
+        const QStringView text = this->piece(piece);
+        return text.contains(QLatin1Char('?')) || text.contains(QLatin1Char(':'));
     };
-    if (m_values.size() > MaxValues || std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks)) {
-        m_pieces = {statement};
-        m_values.clear();
-    }
+    if (std::any_of(m_pieces.cbegin(), m_pieces.cend(), marks))
+        keepText();
+}
+
+void StatementShape::keepText() {
+    m_pieces = {{0, m_statement.size()}};
+    m_values.clear();
+}
+
+QStringView StatementShape::piece(const Piece& piece) const {
+    return QStringView(m_statement).mid(piece.first, piece.second - piece.first);
 }
 
 bool StatementShape::shapeable(const SqlTokenList& tokens) const {
@@ -86,8 +113,8 @@ bool StatementShape::shapeable(const SqlTokenList& tokens) const {
     for (qsizetype i = 0; i < tokens.Count(); ++i) {
         if (tokens.Kind(i) != SqlTokenKind::Symbol)
             continue;
-        const QStringView text = tokens.Text(i);
-        if (text == u";" || text == u"$" || text == u"@")
+        if (tokens.IsSymbol(i, Word(";")) || tokens.IsSymbol(i, Word("$")) ||
+            tokens.IsSymbol(i, Word("@")))
             return false;
     }
     return true;
@@ -134,14 +161,16 @@ bool StatementShape::take(const SqlTokenList& tokens, qsizetype first, qsizetype
     }
     bool ok = false;
     const qlonglong number = text.toLongLong(&ok);
-    if (!ok || QString::number(number) != text)
+    if (!ok || !writtenAsItsValue(text))
         return false;
     m_values << number;
     return true;
 }
 
 QString StatementShape::Text(Numbers numbers) const {
-    QString text = m_pieces.first();
+    QString text;
+    text.reserve(m_statement.size() + 16 * m_values.size());
+    text += piece(m_pieces.first());
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
         if (value.typeId() == QMetaType::QString || numbers == Numbers::Bare)
@@ -150,18 +179,18 @@ QString StatementShape::Text(Numbers numbers) const {
             text += QStringLiteral("CAST(? AS integer)");
         else
             text += QStringLiteral("CAST(? AS bigint)");
-        text += m_pieces[i + 1];
+        text += piece(m_pieces[i + 1]);
     }
     return text;
 }
 
 QString StatementShape::Render() const {
-    QString text = m_pieces.first();
+    QString text = piece(m_pieces.first()).toString();
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
         text += value.typeId() == QMetaType::QString ? quoted(value.toString())
                                                      : QString::number(value.toLongLong());
-        text += m_pieces[i + 1];
+        text += piece(m_pieces[i + 1]);
     }
     return text;
 }

@@ -2,9 +2,10 @@
 
 #include "studio/db/SqlTokenList.h"
 
+#include <QList>
 #include <QString>
-#include <QStringList>
 #include <QVariantList>
+#include <utility>
 
 namespace Orvane::Studio {
 
@@ -38,8 +39,12 @@ private:
     bool fixesType(const SqlTokenList& tokens, qsizetype first, qsizetype last,
                    qsizetype enclosing) const;
     bool take(const SqlTokenList& tokens, qsizetype first, qsizetype last);
+    using Piece = std::pair<qsizetype, qsizetype>; // where a piece of the text begins and ends
+    void keepText();
+    QStringView piece(const Piece& piece) const;
 
-    QStringList m_pieces; // the text around the values: one more piece than values
+    QString m_statement;
+    QList<Piece> m_pieces; // the text around the values: one more piece than values
     QVariantList m_values;
 };
 

@@ -89,8 +89,15 @@ QList<FieldValues> FieldStore::Read(const QString& statement) {
     // The names come from the technology table, as the mask does, read once for all fields.
     if (anyTechnology) {
         const QList<Technology> technologies = Technologies();
-        for (FieldValues& values : fields)
-            values.technologies = TechnologyText(technologies, values.technologyMask);
+        // Fields share a few masks: each mask's text is written once and shared.
+        QHash<qint32, QString> texts;
+        for (FieldValues& values : fields) {
+            auto text = texts.constFind(values.technologyMask);
+            if (text == texts.constEnd())
+                text = texts.insert(values.technologyMask,
+                                    TechnologyText(technologies, values.technologyMask));
+            values.technologies = *text;
+        }
     }
     return fields;
 }

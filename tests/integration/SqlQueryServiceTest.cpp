@@ -269,9 +269,40 @@ TEST_P(SqlQueryServiceTest, PreparedStatementsAnswerAsTheirLiteralText) {
     EXPECT_EQ(scalar("SELECT id v FROM shape_t WHERE n = 3000000000").toInt(), 2);
     EXPECT_EQ(scalar("SELECT CASE WHEN id = 2 THEN 1 ELSE 0 END v FROM shape_t WHERE id = 2"), 1);
 
+    // More shapes than a connection keeps, each run twice: the ones dropped are prepared again.
+    for (int pass = 0; pass < 2; ++pass) {
+        for (int i = 1; i <= 80; ++i)
+            db->ExecuteStatement(
+                QStringLiteral("UPDATE shape_t SET n = n + %1 WHERE id = 3").arg(i));
+    }
+    EXPECT_EQ(scalar("SELECT n v FROM shape_t WHERE id = 3").toInt(), 7 + 2 * 3240);
     EXPECT_EQ(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 1")->Value("n").toInt(), 7);
     db->ExecuteStatement("ALTER TABLE shape_t ADD COLUMN extra INTEGER");
     EXPECT_TRUE(db->OpenRecordset("SELECT * FROM shape_t WHERE id = 2")->Value("extra").isNull());
+}
+
+// Values keep the types and texts the database holds, whichever way the rows are read.
+TEST_P(SqlQueryServiceTest, RecordsetValuesKeepTheirTypesAndTexts) {
+    db->ExecuteStatement("CREATE TABLE typed_t (id INTEGER, i BIGINT, r REAL, s VARCHAR(20))");
+    db->ExecuteStatement(
+        QStringLiteral("INSERT INTO typed_t VALUES (1, 3000000000, 2.5, 'Z\u00fcrich \u2713')"));
+    db->ExecuteStatement("INSERT INTO typed_t VALUES (2, -7, NULL, '')");
+    db->ExecuteStatement("INSERT INTO typed_t VALUES (3, NULL, NULL, NULL)");
+    const auto rst = db->OpenRecordset("SELECT i, r, s FROM typed_t ORDER BY id");
+    const QList<QVariantList> expected{
+        {qlonglong(3000000000), 2.5, QStringLiteral("Z\u00fcrich \u2713")},
+        {qlonglong(-7), QVariant(), QStringLiteral("")},
+        {QVariant(), QVariant(), QVariant()}};
+    for (const QVariantList& row : expected) {
+        ASSERT_FALSE(rst->Eof());
+        const QVariantList read{rst->Value("i"), rst->Value("r"), rst->Value("s")};
+        // Numbers compare by value (PostgreSQL gives a positive BIGINT unsigned).
+        EXPECT_EQ(read, row);
+        EXPECT_EQ(read[2].typeId(), row[2].typeId());
+        rst->MoveNext();
+    }
+    EXPECT_TRUE(rst->Eof());
+    EXPECT_TRUE(db->OpenRecordset("SELECT i FROM typed_t WHERE id = 4")->Eof());
 }
 
 } // namespace Orvane::Testing
