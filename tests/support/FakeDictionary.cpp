@@ -23,10 +23,6 @@ bool FakeField::Save(const FieldSaveRequest& request, QVariant&) {
     return true;
 }
 
-std::shared_ptr<IEntity> FakeFieldInfoService::EntityById(qint32 entityId) {
-    return entities.value(entityId);
-}
-
 QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const QString& idList) {
     fieldIdLists << idList;
     QHash<QString, std::shared_ptr<IField>> found;
@@ -35,18 +31,6 @@ QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const 
             found.insert(id, field);
     }
     return found;
-}
-
-std::shared_ptr<IField> FakeFieldInfoService::FieldById(const QString&, qint32 fieldId) {
-    return fields.value(fieldId);
-}
-
-std::shared_ptr<IField> FakeFieldInfoService::NewField() {
-    return std::make_shared<FakeField>();
-}
-
-void FakeFieldInfoService::RegisterField(const std::shared_ptr<IField>& field) {
-    registered.append(field);
 }
 
 std::shared_ptr<IEntity> FakeFieldInfoService::ExternalDataEntity(const QString&,

@@ -7,14 +7,6 @@
 
 namespace Orvane::Testing {
 
-void FakeQueryService::Answer(const QString& fragment, QList<Row> rows) {
-    m_answers.append({fragment, std::move(rows)});
-}
-
-void FakeQueryService::FailOn(const QString& fragment, const QString& message) {
-    m_failures.append({fragment, message});
-}
-
 QStringList FakeQueryService::executed() const {
     QStringList statements;
     for (const QString& entry : log) {
@@ -93,14 +85,6 @@ QString FakeQueryService::FormatLiteral(const QVariant& value) {
                value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
                QLatin1Char('\'');
     }
-}
-
-qint32 FakeQueryService::ValueAsLong(const QVariant& value) {
-    return value.isNull() ? 0 : value.toInt();
-}
-
-bool FakeQueryService::ValueAsBoolean(const QVariant& value) {
-    return value.toString() == QLatin1String("Y");
 }
 
 bool FakeQueryService::ColumnExists(const QString& table, const QString& column) {

@@ -17,9 +17,11 @@ class FakeQueryService : public IQueryService {
 public:
     // The first script whose fragment the statement contains answers it; unscripted SELECTs get
     // an empty recordset.
-    void Answer(const QString& fragment, QList<Row> rows);
+    void Answer(const QString& fragment, QList<Row> rows) { m_answers.append({fragment, rows}); }
     // Makes OPEN/EXEC of a statement containing the fragment throw Orvane::Error.
-    void FailOn(const QString& fragment, const QString& message = QStringLiteral("ORA-00942"));
+    void FailOn(const QString& fragment, const QString& message = QStringLiteral("ORA-00942")) {
+        m_failures.append({fragment, message});
+    }
 
     bool editorPosition = true;
     qint32 colNameWidth = 40;
@@ -39,8 +41,10 @@ public:
     QString BuildSetList(const QList<SetPair>& pairs) override;
     QString BuildValueList(const QVariantList& values) override;
     QString FormatLiteral(const QVariant& value) override;
-    qint32 ValueAsLong(const QVariant& value) override;
-    bool ValueAsBoolean(const QVariant& value) override;
+    qint32 ValueAsLong(const QVariant& value) override {
+        return value.isNull() ? 0 : value.toInt();
+    }
+    bool ValueAsBoolean(const QVariant& value) override { return value.toString() == "Y"; }
     bool ColumnExists(const QString& table, const QString& column) override;
     qint32 ColumnWidth(const QString& table, const QString& column) override;
 
