@@ -39,10 +39,6 @@ std::shared_ptr<IEntity> FakeFieldInfoService::ExternalDataEntity(const QString&
     return externalDataEntities.contains(id) ? entities.value(id) : nullptr;
 }
 
-QString FakeFieldInfoService::FieldTypeMask(const QString& filterName, const QString&) {
-    return filterName == QLatin1String("External") ? QStringLiteral("X") : QString();
-}
-
 QVariant FakeFieldInfoService::TechnologyType(const QString& name) {
     const qsizetype index = technologyTypes.indexOf(name);
     return index < 0 ? QVariant() : QVariant(static_cast<int>(index));

@@ -90,7 +90,9 @@ public:
     void RegisterField(const std::shared_ptr<IField>& field) override { registered.append(field); }
     std::shared_ptr<IEntity> ExternalDataEntity(const QString& category,
                                                 const QString& key) override;
-    QString FieldTypeMask(const QString& filterName, const QString& category) override;
+    QString FieldTypeMask(const QString& filterName, const QString&) override {
+        return filterName == "External" ? "X" : QString();
+    }
     QStringList TechnologyTypes() override { return technologyTypes; }
     QVariant TechnologyType(const QString& name) override;
     FieldTextLimits TextLimits() override { return limits; }
