@@ -32,7 +32,7 @@ protected:
         std::make_shared<FakeDocumentType>("ODBC Data Source", "EDS", "ODBC Data Source");
 };
 
-TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndAsciiSettings) {
+TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndTheSettingsOfItsType) {
     query->Answer("SELECT * FROM eds_ascii_file WHERE eds_id =42",
                   {Row{{"FileName", "/data/cells.csv"}, {"separator", ","}}});
     CDataSourcesData doc;
@@ -57,6 +57,12 @@ TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndAsciiSettings) 
             << "only an upper-case Y: " << flag.toString().toStdString();
         EXPECT_EQ(doc.FreqId(), 0) << "a null frequency";
     }
+    edit(doc, ascii, 44); // no settings row: the previous values stay
+    EXPECT_EQ(doc.FileName(), "/data/cells.csv");
+    query->log.clear();
+    edit(doc, std::make_shared<FakeDocumentType>("Report"));
+    EXPECT_EQ(doc.Category(), "");
+    EXPECT_EQ(query->log.size(), 1) << "another type loads no settings, the columns alone";
 }
 
 TEST_F(DataSourcesDataTest, OdbcNullsBecomeEmptyWhereAllowedAndErrorsElsewhere) {
@@ -79,16 +85,6 @@ TEST_F(DataSourcesDataTest, OdbcNullsBecomeEmptyWhereAllowedAndErrorsElsewhere) 
     EXPECT_EQ(doc.Category(), "ODBC Data Sources");
     EXPECT_THAT([&] { edit(doc, odbc, 43); },
                 testing::ThrowsMessage<Error>(testing::HasSubstr("\"DB_Server\"")));
-}
-
-TEST_F(DataSourcesDataTest, AnotherTypeLoadsNoSettingsAndAMissingRowKeepsThePreviousValues) {
-    CDataSourcesData doc;
-    doc.setFileName("kept");
-    edit(doc, std::make_shared<FakeDocumentType>("Report"));
-    EXPECT_EQ(doc.Category(), "");
-    EXPECT_EQ(query->log.size(), 1) << "the column query alone";
-    edit(doc, ascii); // no settings row answered
-    EXPECT_EQ(doc.FileName(), "kept");
 }
 
 // The model asks through the host's chooser and knows no dialog.
