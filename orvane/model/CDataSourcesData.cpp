@@ -1,7 +1,7 @@
 #include "orvane/model/CDataSourcesData.h"
 
+#include "orvane/host/BusyPointer.h"
 #include "orvane/host/HostRegistry.h"
-#include "orvane/host/IApplication.h"
 #include "orvane/host/IDocumentType.h"
 #include "orvane/host/IEntity.h"
 #include "orvane/host/IEntityChooser.h"
@@ -122,9 +122,7 @@ void CDataSourcesData::loadOdbcSettings() {
 }
 
 bool CDataSourcesData::SaveData() {
-    IApplication& app = HostRegistry::App();
-    const qint32 previousPointer = app.MousePointer();
-    app.setMousePointer(HourglassPointer);
+    const BusyPointer busy;
     if (m_isNew) {
         ColumnSave::InsertNewColumns(m_docId, *m_columns);
         ColumnSave::CreateNewFields(m_docId, *m_columns);
@@ -135,7 +133,6 @@ bool CDataSourcesData::SaveData() {
     }
     if (m_entity)
         m_entity->Reload();
-    app.setMousePointer(previousPointer);
     return true;
 }
 

@@ -23,10 +23,6 @@ bool FakeField::Save(const FieldSaveRequest& request, QVariant&) {
     return true;
 }
 
-std::shared_ptr<IEntity> FakeFieldInfoService::EntityById(qint32 entityId) {
-    return entities.value(entityId);
-}
-
 QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const QString& idList) {
     fieldIdLists << idList;
     QHash<QString, std::shared_ptr<IField>> found;
@@ -37,26 +33,10 @@ QHash<QString, std::shared_ptr<IField>> FakeFieldInfoService::FieldsByIds(const 
     return found;
 }
 
-std::shared_ptr<IField> FakeFieldInfoService::FieldById(const QString&, qint32 fieldId) {
-    return fields.value(fieldId);
-}
-
-std::shared_ptr<IField> FakeFieldInfoService::NewField() {
-    return std::make_shared<FakeField>();
-}
-
-void FakeFieldInfoService::RegisterField(const std::shared_ptr<IField>& field) {
-    registered.append(field);
-}
-
 std::shared_ptr<IEntity> FakeFieldInfoService::ExternalDataEntity(const QString&,
                                                                   const QString& key) {
     const qint32 id = key.toInt();
     return externalDataEntities.contains(id) ? entities.value(id) : nullptr;
-}
-
-QString FakeFieldInfoService::FieldTypeMask(const QString& filterName, const QString&) {
-    return filterName == QLatin1String("External") ? QStringLiteral("X") : QString();
 }
 
 QVariant FakeFieldInfoService::TechnologyType(const QString& name) {

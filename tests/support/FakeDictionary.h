@@ -79,14 +79,20 @@ public:
 // A dictionary held in memory.
 class FakeFieldInfoService : public IFieldInfoService {
 public:
-    std::shared_ptr<IEntity> EntityById(qint32 entityId) override;
+    std::shared_ptr<IEntity> EntityById(qint32 entityId) override {
+        return entities.value(entityId);
+    }
     QHash<QString, std::shared_ptr<IField>> FieldsByIds(const QString& idList) override;
-    std::shared_ptr<IField> FieldById(const QString& appGroup, qint32 fieldId) override;
-    std::shared_ptr<IField> NewField() override;
-    void RegisterField(const std::shared_ptr<IField>& field) override;
+    std::shared_ptr<IField> FieldById(const QString&, qint32 fieldId) override {
+        return fields.value(fieldId);
+    }
+    std::shared_ptr<IField> NewField() override { return std::make_shared<FakeField>(); }
+    void RegisterField(const std::shared_ptr<IField>& field) override { registered.append(field); }
     std::shared_ptr<IEntity> ExternalDataEntity(const QString& category,
                                                 const QString& key) override;
-    QString FieldTypeMask(const QString& filterName, const QString& category) override;
+    QString FieldTypeMask(const QString& filterName, const QString&) override {
+        return filterName == "External" ? "X" : QString();
+    }
     QStringList TechnologyTypes() override { return technologyTypes; }
     QVariant TechnologyType(const QString& name) override;
     FieldTextLimits TextLimits() override { return limits; }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "orvane/host/HostRegistry.h"
 #include "tests/support/FakeApplication.h"
 #include "tests/support/FakeDictionary.h"
 #include "tests/support/FakeQueryService.h"
@@ -14,8 +15,8 @@ namespace Orvane::Testing {
 // Installs a fresh set of fakes for each test and removes them afterwards.
 class FakeHostTest : public ::testing::Test {
 protected:
-    FakeHostTest();
-    ~FakeHostTest() override;
+    FakeHostTest() { HostRegistry::Install({query, dictionary, app, widgets}); }
+    ~FakeHostTest() override { HostRegistry::Uninstall(); }
 
     std::shared_ptr<FakeQueryService> query = std::make_shared<FakeQueryService>();
     std::shared_ptr<FakeFieldInfoService> dictionary = std::make_shared<FakeFieldInfoService>();

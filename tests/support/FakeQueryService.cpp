@@ -2,27 +2,7 @@
 
 #include "orvane/host/OrvaneError.h"
 
-#include <QDate>
-#include <QDateTime>
-
 namespace Orvane::Testing {
-
-void FakeQueryService::Answer(const QString& fragment, QList<Row> rows) {
-    m_answers.append({fragment, std::move(rows)});
-}
-
-void FakeQueryService::FailOn(const QString& fragment, const QString& message) {
-    m_failures.append({fragment, message});
-}
-
-QStringList FakeQueryService::executed() const {
-    QStringList statements;
-    for (const QString& entry : log) {
-        if (entry.startsWith(QLatin1String("EXEC ")))
-            statements << entry.mid(5);
-    }
-    return statements;
-}
 
 void FakeQueryService::failIfScripted(const QString& statement) const {
     for (const auto& [fragment, message] : m_failures) {
@@ -62,45 +42,6 @@ QVariant FakeQueryService::CallProcedure(const QString& procedure,
     log << QStringLiteral("CALL %1(%2)").arg(procedure, shown.join(QStringLiteral(", ")));
     failIfScripted(procedure);
     return procedureResults.value(procedure);
-}
-
-QString FakeQueryService::BuildSetList(const QList<SetPair>& pairs) {
-    QStringList items;
-    for (const auto& [column, value] : pairs)
-        items << column + QStringLiteral(" = ") + FormatLiteral(value);
-    return QLatin1Char(' ') + items.join(QStringLiteral(", "));
-}
-
-QString FakeQueryService::BuildValueList(const QVariantList& values) {
-    QStringList items;
-    for (const QVariant& value : values)
-        items << FormatLiteral(value);
-    return items.join(QLatin1Char(','));
-}
-
-QString FakeQueryService::FormatLiteral(const QVariant& value) {
-    if (value.isNull())
-        return QStringLiteral("NULL");
-    switch (value.typeId()) {
-    case QMetaType::Int:
-    case QMetaType::LongLong:
-    case QMetaType::Double:
-        return value.toString();
-    case QMetaType::QDateTime:
-        return QLatin1Char('\'') + value.toDateTime().toString(Qt::ISODate) + QLatin1Char('\'');
-    default:
-        return QLatin1Char('\'') +
-               value.toString().replace(QLatin1Char('\''), QStringLiteral("''")) +
-               QLatin1Char('\'');
-    }
-}
-
-qint32 FakeQueryService::ValueAsLong(const QVariant& value) {
-    return value.isNull() ? 0 : value.toInt();
-}
-
-bool FakeQueryService::ValueAsBoolean(const QVariant& value) {
-    return value.toString() == QLatin1String("Y");
 }
 
 bool FakeQueryService::ColumnExists(const QString& table, const QString& column) {

@@ -1,11 +1,11 @@
 #pragma once
 
 #include "orvane/host/IQueryService.h"
+#include "studio/db/SqlLiterals.h"
 #include "tests/support/FakeRecordset.h"
 
 #include <QHash>
 #include <QStringList>
-#include <functional>
 
 namespace Orvane::Testing {
 
@@ -13,13 +13,16 @@ namespace Orvane::Testing {
 // and answers SELECTs from scripted tables.
 //
 // The log reads "OPEN <sql>", "EXEC <sql>", "SEQ <name>" and "CALL <name>(<type>:<value>, ...)".
+// Literals are written and read as the SQL host writes and reads them.
 class FakeQueryService : public IQueryService {
 public:
     // The first script whose fragment the statement contains answers it; unscripted SELECTs get
     // an empty recordset.
-    void Answer(const QString& fragment, QList<Row> rows);
+    void Answer(const QString& fragment, QList<Row> rows) { m_answers.append({fragment, rows}); }
     // Makes OPEN/EXEC of a statement containing the fragment throw Orvane::Error.
-    void FailOn(const QString& fragment, const QString& message = QStringLiteral("ORA-00942"));
+    void FailOn(const QString& fragment, const QString& message = QStringLiteral("ORA-00942")) {
+        m_failures.append({fragment, message});
+    }
 
     bool editorPosition = true;
     qint32 colNameWidth = 40;
@@ -28,7 +31,6 @@ public:
     QHash<QString, QVariant> procedureResults;
 
     QStringList log;
-    QStringList executed() const; // only the EXEC statements
 
     std::shared_ptr<IRecordset> OpenRecordset(const QString& statement,
                                               qint32 timeoutSeconds = 60) override;
@@ -36,17 +38,20 @@ public:
     qint32 NextSequenceValue(const QString& sequence) override;
     QVariant CallProcedure(const QString& procedure,
                            const QList<ProcedureParameter>& parameters) override;
-    QString BuildSetList(const QList<SetPair>& pairs) override;
-    QString BuildValueList(const QVariantList& values) override;
-    QString FormatLiteral(const QVariant& value) override;
-    qint32 ValueAsLong(const QVariant& value) override;
-    bool ValueAsBoolean(const QVariant& value) override;
+    QString BuildSetList(const QList<SetPair>& pairs) override { return Literals::SetList(pairs); }
+    QString BuildValueList(const QVariantList& values) override {
+        return Literals::ValueList(values);
+    }
+    QString FormatLiteral(const QVariant& value) override { return Literals::Format(value); }
+    qint32 ValueAsLong(const QVariant& value) override { return Literals::AsLong(value); }
+    bool ValueAsBoolean(const QVariant& value) override { return Literals::AsBoolean(value); }
     bool ColumnExists(const QString& table, const QString& column) override;
     qint32 ColumnWidth(const QString& table, const QString& column) override;
 
     qint32 lastTimeout = 0;
 
 private:
+    using Literals = Studio::SqlLiterals;
     void failIfScripted(const QString& statement) const;
 
     QList<std::pair<QString, QList<Row>>> m_answers;

@@ -17,7 +17,9 @@ public:
     void setMode(qint32 value) override { mode = value; }
     qint32 ShowFields() const override { return showFields; }
     void setShowFields(qint32 value) override { showFields = value; }
-    void LoadTree(const QString& schema, const QString& category) override;
+    void LoadTree(const QString& schema, const QString& category) override {
+        loads << schema + QLatin1Char('|') + category;
+    }
     QString FieldTypeFilter() const override { return fieldTypeFilter; }
     void setFieldTypeFilter(const QString& mask) override { fieldTypeFilter = mask; }
     QVariant TechTypeFilter() const override { return techTypeFilter; }
@@ -51,7 +53,10 @@ public:
     void setTechnologies(const QString& technologies) override { mask = technologies.toInt(); }
     qint32 TechnologyMask() const override { return mask; }
     // As if the user checked boxes.
-    void check(qint32 newMask);
+    void check(qint32 newMask) {
+        mask = newMask;
+        emit Changed();
+    }
 
     qint32 mask = 0;
     int initializations = 0;
@@ -59,8 +64,12 @@ public:
 
 class FakeWidgetFactory : public IWidgetFactory {
 public:
-    XTemplate* CreateTemplateTree(QWidget* parent) override;
-    XTechnologies* CreateTechnologies(QWidget* parent) override;
+    XTemplate* CreateTemplateTree(QWidget* parent) override {
+        return lastTree = new FakeTemplateTree(parent);
+    }
+    XTechnologies* CreateTechnologies(QWidget* parent) override {
+        return lastTechnologies = new FakeTechnologies(parent);
+    }
 
     FakeTemplateTree* lastTree = nullptr;
     FakeTechnologies* lastTechnologies = nullptr;

@@ -2,32 +2,46 @@
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
+#include "orvane/model/CDataSourcesData.h"
 #include "orvane/widgets/TemplateUseCheck.h"
 #include "tests/support/FakeHost.h"
+
+#include <gmock/gmock.h>
 
 namespace Orvane::Testing {
 namespace {
 
+using ColumnPtr = CDataSourcesColumns::ColumnPtr;
+
+// Saves through the document, which takes the new-document path or the edit path.
 class ColumnSaveTest : public FakeHostTest {
 protected:
     ColumnSaveTest() {
+        doc.setDocId(42);
+        doc.setEntity(cell);
         columns.setEDS_Id(42);
-        columns.setEntity(dictionary->addEntity(3, "Cell", "Cell"));
+        columns.setEntity(cell);
         query->Answer("field_group_short = 'EXT'", {Row{{"field_group_id", 9}}});
         query->procedureResults.insert("eds_client.createfield", 5000);
     }
 
-    CDataSourcesColumns::ColumnPtr stored(const QString& name, int id, int position) {
+    // A column at the position given; one with id 0 has no row yet.
+    ColumnPtr column(const QString& name, int id, int position, const QString& type = "String") {
         const auto column = columns.Add(name);
         column->setColumn_Id(id);
-        column->setColumn_Type("String");
+        column->setColumn_Type(type);
         column->setPosition(position);
         column->setColPosition(position);
         return column;
     }
 
-    std::shared_ptr<FakeField> newField(const QString& name) {
-        auto field = std::make_shared<FakeField>(0, name);
+    static void key(const ColumnPtr& column, qint32 fieldId, qint32 ordinal) {
+        column->setKeyFld_Id(fieldId);
+        column->setKey_Ordinal(ordinal);
+    }
+
+    static std::shared_ptr<FakeField> newField(const QString& name, qint32 id = 0) {
+        auto field = std::make_shared<FakeField>(id, name);
         field->description = "desc";
         field->heading1 = "H1";
         field->heading2 = "H2";
@@ -39,26 +53,20 @@ protected:
         return field;
     }
 
-    CDataSourcesColumns columns;
+    std::shared_ptr<FakeEntity> cell = dictionary->addEntity(3, "Cell", "Cell");
+    CDataSourcesData doc;
+    CDataSourcesColumns& columns = *doc.Columns();
 };
 
 TEST_F(ColumnSaveTest, NewDocumentInsertsColumnsThenFieldsThenKeys) {
-    const auto stamp = columns.Add("When");
-    stamp->setColumn_Type("Date");
-    stamp->setIsTimeStamp(true);
-    stamp->setPosition(1);
-    stamp->setColPosition(1);
-    const auto kind = columns.Add("Kind");
-    kind->setColumn_Type("ENUM");
-    kind->setPosition(2);
-    kind->setColPosition(2);
+    columns.setEDS_Id(0);
+    column("When", 0, 1, "Date")->setIsTimeStamp(true);
+    const auto kind = column("Kind", 0, 2, "ENUM");
     kind->setField(newField("kind"));
-    kind->setKeyFld_Id(300);
-    kind->setKey_Ordinal(1);
+    key(kind, 300, 1);
+    doc.setIsNew(true);
 
-    ColumnSave::InsertNewColumns(42, columns);
-    ColumnSave::CreateNewFields(42, columns);
-    ColumnSave::InsertNewKeys(42, columns);
+    EXPECT_TRUE(doc.SaveData());
 
     EXPECT_EQ(query->log,
               (QStringList{
@@ -79,8 +87,12 @@ TEST_F(ColumnSaveTest, NewDocumentInsertsColumnsThenFieldsThenKeys) {
     ASSERT_EQ(dictionary->registered.size(), 1);
     EXPECT_EQ(dictionary->registered.first(), kind->Field());
     EXPECT_EQ(kind->PK_Id(), 102);
-    // The pointer shows the hourglass while the columns are inserted, then comes back.
-    EXPECT_EQ(app->pointerHistory, (QList<qint32>{HourglassPointer, DefaultPointer}));
+    EXPECT_EQ(columns.EDS_Id(), 42);
+    EXPECT_EQ(cell->reloads, 1);
+    EXPECT_TRUE(doc.IsNew()); // the host decides when the document stops being new
+    // The hourglass shows while the document and its columns are written, then goes.
+    EXPECT_EQ(app->pointerHistory, (QList<qint32>{HourglassPointer, HourglassPointer,
+                                                  HourglassPointer, DefaultPointer}));
 }
 
 TEST_F(ColumnSaveTest, TheFieldGroupIsReadOncePerConnection) {
@@ -89,54 +101,64 @@ TEST_F(ColumnSaveTest, TheFieldGroupIsReadOncePerConnection) {
     EXPECT_EQ(query->log.filter("field_group_short").size(), 1);
 }
 
-TEST_F(ColumnSaveTest, DirtyColumnsGetNegativePositionsByCollectionOrderBeforeTheirRealOnes) {
+// Without the editor position; a cleared field loses its mapping (the dictionary field is the
+// entity's, nothing deletes it), before a field that replaces it is created.
+TEST_F(ColumnSaveTest, DirtyColumnsMoveToNegativePositionsThenClearedFieldsAreUnmapped) {
     query->editorPosition = false;
-    stored("A", 1, 1)->setDirty(true);
-    stored("B", 2, 2);
-    stored("C", 3, 3)->setDirty(true);
-    stored("D", 4, 4)->setDirty(true);
+    column("A", 1, 1)->setDirty(true);
+    column("B", 2, 2);
+    column("C", 3, 3)->setFieldDeleted(true);
+    const auto replaced = column("D", 4, 4);
+    replaced->setFieldDeleted(true);
+    replaced->setField(newField("fresh"));
+    replaced->setFieldAdded(true);
 
-    ColumnSave::SaveColumns(columns);
+    doc.SaveData();
 
-    EXPECT_EQ(query->executed(),
+    EXPECT_EQ(query->log,
               (QStringList{
-                  "UPDATE eds_column SET col_position = -1 WHERE col_id = 1",
-                  "UPDATE eds_column SET col_position = -3 WHERE col_id = 3",
-                  "UPDATE eds_column SET col_position = -4 WHERE col_id = 4",
-                  "UPDATE eds_column SET col_name = 'A', col_type = 'S', col_position = 1 "
+                  "EXEC UPDATE eds_column SET col_position = -1 WHERE col_id = 1",
+                  "EXEC UPDATE eds_column SET col_position = -3 WHERE col_id = 3",
+                  "EXEC UPDATE eds_column SET col_position = -4 WHERE col_id = 4",
+                  "EXEC UPDATE eds_column SET col_name = 'A', col_type = 'S', col_position = 1 "
                   "WHERE col_id = 1",
-                  "UPDATE eds_column SET col_name = 'C', col_type = 'S', col_position = 3 "
+                  "EXEC UPDATE eds_column SET col_name = 'C', col_type = 'S', col_position = 3 "
                   "WHERE col_id = 3",
-                  "UPDATE eds_column SET col_name = 'D', col_type = 'S', col_position = 4 "
+                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 3",
+                  "EXEC UPDATE eds_column SET col_name = 'D', col_type = 'S', col_position = 4 "
                   "WHERE col_id = 4",
+                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 4",
+                  "OPEN select field_group_id from qvd_field_group where field_group_short = 'EXT'",
+                  "CALL eds_client.createfield(integer:-, integer:42, integer:4, integer:3, "
+                  "string:fresh, string:desc, string:H1, string:H2, string:S, string:F, "
+                  "string:5, integer:5, integer:4, integer:9, integer:2)",
               }));
 }
 
 TEST_F(ColumnSaveTest, EditPathRunsItsFourPassesInOrder) {
-    const auto gone = stored("Gone", 1, 1);
+    const auto gone = column("Gone", 1, 1);
     gone->setKeyFld_Id(300);
     gone->setPK_Id(70);
     gone->setKeyDeleted(true);
     gone->setColumnDeleted(true);
-    const auto rekeyed = stored("Rekeyed", 2, 2);
+    const auto rekeyed = column("Rekeyed", 2, 2);
     rekeyed->setPK_Id(71);
-    rekeyed->setKeyFld_Id(301);
-    rekeyed->setKey_Ordinal(2);
+    key(rekeyed, 301, 2);
     rekeyed->setKeyDirty(true);
-    const auto unkeyed = stored("Unkeyed", 3, 3);
+    const auto unkeyed = column("Unkeyed", 3, 3);
     unkeyed->setPK_Id(72);
     unkeyed->setKeyDeleted(true);
-    const auto fielded = stored("Fielded", 4, 4);
-    fielded->setField(newField("fielded"));
-    fielded->setFieldAdded(true);
-    const auto fresh = columns.Add("Fresh");
-    fresh->setColumn_Type("Integer");
-    fresh->setPosition(5);
+    unkeyed->setFieldAdded(true); // without a field: nothing to create
+    const auto fielded = column("Fielded", 4, 4);
+    fielded->setField(newField("drops", 77));
+    fielded->setFieldDirty(true);
+    key(fielded, 303, 3);
+    fielded->setKeyAdded(true);
+    const auto fresh = column("Fresh", 0, 5, "Integer");
     fresh->setColPosition(4);
-    fresh->setKeyFld_Id(302);
-    fresh->setKey_Ordinal(1);
+    key(fresh, 302, 1);
 
-    ColumnSave::SaveColumns(columns);
+    doc.SaveData();
 
     EXPECT_FALSE(columns.Exists("Gone"));
     EXPECT_EQ(query->log,
@@ -160,129 +182,57 @@ TEST_F(ColumnSaveTest, EditPathRunsItsFourPassesInOrder) {
                   "EXEC DELETE FROM eds_primarykey WHERE pk_id = 72",
                   "EXEC UPDATE eds_column SET col_name = 'Fielded', col_type = 'S', "
                   "col_position = 4, editor_position = 4 WHERE col_id = 4",
-                  "OPEN select field_group_id from qvd_field_group where field_group_short = 'EXT'",
-                  "CALL eds_client.createfield(integer:-, integer:42, integer:4, integer:3, "
-                  "string:fielded, string:desc, string:H1, string:H2, string:S, string:F, "
-                  "string:5, integer:5, integer:4, integer:9, integer:2)",
+                  "EXEC UPDATE qvd_field_def SET  field_desc = 'desc', field_aggregator = 4, "
+                  "datatype = 'F' WHERE field_id = 77",
+                  "EXEC UPDATE qvd_dict_name SET  report_header = 'H1', report_header2 = 'H2', "
+                  "name = 'drops' WHERE field_id = 77",
+                  "EXEC DELETE FROM qvd_field_tech WHERE field_id = 77",
+                  "CALL qv_dictionary.add_tech_from_mask(integer:77, integer:5)",
+                  "SEQ SQ_EDS_PRIMARYKEY",
+                  "EXEC INSERT INTO eds_primarykey VALUES(100,42,4,303,3)",
                   // 4. the new column with its key
                   "SEQ sq_eds_column",
                   "EXEC INSERT INTO eds_column(col_id,eds_id,col_name,col_type,col_position,"
-                  "is_timestamp,editor_position)VALUES(100,42,'Fresh','I',5,'N',4)",
+                  "is_timestamp,editor_position)VALUES(101,42,'Fresh','I',5,'N',4)",
                   "SEQ SQ_EDS_PRIMARYKEY",
-                  "EXEC INSERT INTO eds_primarykey VALUES(101,42,100,302,1)",
+                  "EXEC INSERT INTO eds_primarykey VALUES(102,42,101,302,1)",
               }));
-    // Flags are left as they are after the save.
-    EXPECT_TRUE(rekeyed->KeyDirty());
+    EXPECT_TRUE(rekeyed->KeyDirty()) << "flags are left as they are after the save";
 }
 
-// A field marked added without a field creates nothing; an added key is inserted, but not the key
-// of a new column that was deleted before the save.
-TEST_F(ColumnSaveTest, OnlyLiveKeysAreInsertedAndOnlyRealFieldsCreated) {
-    const auto column = stored("A", 1, 1);
-    column->setFieldAdded(true);
-    column->setKeyFld_Id(300);
-    column->setKey_Ordinal(3);
-    column->setKeyAdded(true);
-    const auto unkeyed = columns.Add("Unkeyed");
-    unkeyed->setColumn_Type("Integer");
-    unkeyed->setPosition(2);
-    unkeyed->setKeyFld_Id(300);
-    unkeyed->setKey_Ordinal(1);
-    unkeyed->setKeyDeleted(true);
-    const auto keyed = columns.Add("Keyed");
-    keyed->setColumn_Type("Integer");
-    keyed->setPosition(3);
-    keyed->setKeyFld_Id(301);
-    keyed->setKey_Ordinal(2);
-
-    ColumnSave::SaveColumns(columns);
-
-    EXPECT_TRUE(query->log.filter("createfield").isEmpty());
-    EXPECT_EQ(unkeyed->Column_Id(), 101);
-    EXPECT_EQ(unkeyed->PK_Id(), 0);
-    EXPECT_EQ(query->log.filter("INSERT INTO eds_primarykey"),
-              (QStringList{"EXEC INSERT INTO eds_primarykey VALUES(100,42,1,300,3)",
-                           "EXEC INSERT INTO eds_primarykey VALUES(103,42,102,301,2)"}));
+// The user deleted the key of a column that has no row yet: the column keeps its key field until
+// the save, and gets no key row.
+TEST_F(ColumnSaveTest, ANewColumnsDeletedKeyGetsNoRow) {
+    const auto dropped = column("Dropped", 0, 1, "Integer");
+    key(dropped, 300, 1);
+    dropped->setKeyDeleted(true);
+    doc.SaveData();
+    EXPECT_EQ(dropped->Column_Id(), 100);
+    EXPECT_EQ(dropped->PK_Id(), 0);
+    EXPECT_TRUE(query->log.filter("INSERT INTO eds_primarykey").isEmpty());
 }
 
-TEST_F(ColumnSaveTest, AChangedFieldIsUpdatedWithItsTechnologies) {
-    const auto column = stored("A", 1, 1);
-    auto field = newField("drops");
-    field->id = 77;
-    column->setField(field);
-    column->setFieldDirty(true);
-    ColumnSave::SaveColumns(columns);
-    const QStringList tail = query->log.mid(query->log.size() - 4);
-    EXPECT_EQ(tail, (QStringList{
-                        "EXEC UPDATE qvd_field_def SET  field_desc = 'desc', field_aggregator = 4, "
-                        "datatype = 'F' WHERE field_id = 77",
-                        "EXEC UPDATE qvd_dict_name SET  report_header = 'H1', report_header2 = "
-                        "'H2', name = 'drops' WHERE field_id = 77",
-                        "EXEC DELETE FROM qvd_field_tech WHERE field_id = 77",
-                        "CALL qv_dictionary.add_tech_from_mask(integer:77, integer:5)",
-                    }));
-}
-
-TEST_F(ColumnSaveTest, AClearedFieldIsUnmappedBeforeAFieldInItsPlaceIsCreated) {
-    query->editorPosition = false;
-    const auto cleared = stored("Cleared", 1, 1);
-    cleared->setFieldDeleted(true);
-    const auto replaced = stored("Replaced", 2, 2);
-    replaced->setFieldDeleted(true);
-    replaced->setField(newField("fresh"));
-    replaced->setFieldAdded(true);
-
-    ColumnSave::SaveColumns(columns);
-
-    EXPECT_EQ(query->log.mid(2),
-              (QStringList{
-                  "EXEC UPDATE eds_column SET col_name = 'Cleared', col_type = 'S', "
-                  "col_position = 1 WHERE col_id = 1",
-                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 1",
-                  "EXEC UPDATE eds_column SET col_name = 'Replaced', col_type = 'S', "
-                  "col_position = 2 WHERE col_id = 2",
-                  "EXEC DELETE FROM qvd_eds_def WHERE eds_id = 42 AND col_id = 2",
-                  "OPEN select field_group_id from qvd_field_group where field_group_short = 'EXT'",
-                  "CALL eds_client.createfield(integer:-, integer:42, integer:2, integer:3, "
-                  "string:fresh, string:desc, string:H1, string:H2, string:S, string:F, "
-                  "string:5, integer:5, integer:4, integer:9, integer:2)",
-              }));
-    // The dictionary field of a cleared column is the entity's: nothing deletes it.
-    EXPECT_TRUE(query->log.filter("qvd_field_def").isEmpty());
-    EXPECT_TRUE(query->log.filter("DeleteColumn").isEmpty());
-}
-
-TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveWithTheDatabaseMessage) {
-    stored("A", 1, 1)->setDirty(true);
-    stored("B", 2, 2)->setDirty(true);
-    query->FailOn("col_name = 'A'", "ORA-00001: unique constraint violated");
-    try {
-        ColumnSave::SaveColumns(columns);
-        FAIL() << "the save went on";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.message(), "ORA-00001: unique constraint violated");
-    }
-    EXPECT_TRUE(query->log.filter("col_name = 'B'").isEmpty());
-}
-
-TEST_F(ColumnSaveTest, ARestoredStateLetsAFailedSaveBeRetriedFromTheStart) {
-    const auto gone = stored("Gone", 1, 1);
+TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveAndARestoredStateLetsItBeRetried) {
+    const auto gone = column("Gone", 1, 1);
     gone->setColumnDeleted(true);
     const auto fresh = columns.Add("Fresh");
     fresh->setField(newField("fresh"));
     const auto state = columns.SaveState();
-    query->FailOn("INSERT INTO eds_primarykey");
-    fresh->setKeyFld_Id(300);
-    fresh->setKey_Ordinal(1);
+    key(fresh, 300, 1);
+    columns.Add("Later");
     const auto keyed = columns.SaveState();
+    query->FailOn("INSERT INTO eds_primarykey", "ORA-00001: unique constraint violated");
 
-    EXPECT_THROW(ColumnSave::SaveColumns(columns), Error);
+    EXPECT_THAT([&] { doc.SaveData(); }, testing::ThrowsMessage<Error>(testing::StrEq(
+                                             "ORA-00001: unique constraint violated")));
+    EXPECT_TRUE(query->log.filter("'Later'").isEmpty()) << "the save went on";
+    EXPECT_EQ(app->pointer, DefaultPointer);
     EXPECT_FALSE(columns.Exists("Gone"));
     EXPECT_EQ(fresh->Column_Id(), 100);
     EXPECT_EQ(fresh->Field_Id(), 5000);
 
     columns.RestoreState(*keyed);
-    ASSERT_EQ(columns.Count(), 2);
+    ASSERT_EQ(columns.Count(), 3);
     EXPECT_EQ(columns.Item(1), gone); // the same objects, in their order
     EXPECT_TRUE(gone->ColumnDeleted());
     EXPECT_EQ(columns.Item("fresh"), fresh);

@@ -15,26 +15,28 @@ namespace Orvane::Testing {
 using Studio::ConnectionDescription;
 using Studio::SqlLiterals;
 
+// Only a null value is NULL; text, even a null QString, is text.
 TEST(SqlLiteralsTest, LiteralsQuoteTextAndWriteEverythingElsePlainly) {
-    EXPECT_EQ(SqlLiterals::Format("O'Brien's"), "'O''Brien''s'");
-    // Only a null value is NULL; text, even a null QString, is text.
-    EXPECT_EQ(SqlLiterals::Format(QString()), "''");
-    EXPECT_EQ(SqlLiterals::Format(QVariant()), "NULL");
-    EXPECT_EQ(SqlLiterals::Format(QVariant(QMetaType(QMetaType::Int))), "NULL");
-    EXPECT_EQ(SqlLiterals::Format(-42), "-42");
-    EXPECT_EQ(SqlLiterals::Format(qlonglong(1) << 40), "1099511627776");
-    EXPECT_EQ(SqlLiterals::Format(2.5), "2.5");
-    EXPECT_EQ(SqlLiterals::Format(0.1), "0.1");
-    EXPECT_EQ(SqlLiterals::Format(true), "'Y'");
-    EXPECT_EQ(SqlLiterals::Format(QDate(2024, 5, 31)), "'2024-05-31'");
-    EXPECT_EQ(SqlLiterals::Format(QTime(13, 45, 7)), "'13:45:07'");
-    EXPECT_EQ(SqlLiterals::Format(QDateTime(QDate(2024, 5, 31), QTime(13, 45))),
-              "'2024-05-31T13:45:00'");
-    EXPECT_EQ(SqlLiterals::Format(QDate()), "NULL");
-
-    EXPECT_THROW(SqlLiterals::Format(QStringLiteral("a") + QChar(u'\0')), Error);
-    EXPECT_THROW(SqlLiterals::Format(std::numeric_limits<double>::quiet_NaN()), Error);
-    EXPECT_THROW(SqlLiterals::Format(QVariantList{1, 2}), Error);
+    const std::pair<QVariant, QString> literals[] = {
+        {"O'Brien's", "'O''Brien''s'"},
+        {QString(), "''"},
+        {QVariant(), "NULL"},
+        {QVariant(QMetaType(QMetaType::Int)), "NULL"},
+        {-42, "-42"},
+        {qlonglong(1) << 40, "1099511627776"},
+        {2.5, "2.5"},
+        {0.1, "0.1"},
+        {true, "'Y'"},
+        {QDate(2024, 5, 31), "'2024-05-31'"},
+        {QTime(13, 45, 7), "'13:45:07'"},
+        {QDateTime(QDate(2024, 5, 31), QTime(13, 45)), "'2024-05-31T13:45:00'"},
+        {QDate(), "NULL"}};
+    for (const auto& [value, literal] : literals)
+        EXPECT_EQ(SqlLiterals::Format(value), literal);
+    for (const QVariant& bad :
+         {QVariant(QStringLiteral("a") + QChar(u'\0')),
+          QVariant(std::numeric_limits<double>::quiet_NaN()), QVariant(QVariantList{1, 2})})
+        EXPECT_THROW(SqlLiterals::Format(bad), Error) << bad.typeName();
 }
 
 TEST(SqlLiteralsTest, SetAndValueListsHaveTheirShape) {
@@ -47,23 +49,17 @@ TEST(SqlLiteralsTest, SetAndValueListsHaveTheirShape) {
 }
 
 TEST(SqlLiteralsTest, ValuesReadBackAsNumbersAndFlags) {
-    EXPECT_EQ(SqlLiterals::AsLong(QVariant()), 0);
-    EXPECT_EQ(SqlLiterals::AsLong(""), 0);
-    EXPECT_EQ(SqlLiterals::AsLong(" 12 "), 12);
-    EXPECT_EQ(SqlLiterals::AsLong(qlonglong(-7)), -7);
-    EXPECT_EQ(SqlLiterals::AsLong(12.0), 12);
-    EXPECT_EQ(SqlLiterals::AsLong("12.0"), 12);
-    EXPECT_THROW(SqlLiterals::AsLong(12.5), Error);
-    EXPECT_THROW(SqlLiterals::AsLong("twelve"), Error);
-    EXPECT_THROW(SqlLiterals::AsLong(qlonglong(1) << 40), Error);
-    EXPECT_THROW(SqlLiterals::AsLong(QDate(2024, 1, 1)), Error);
-
-    EXPECT_TRUE(SqlLiterals::AsBoolean("Y"));
-    EXPECT_TRUE(SqlLiterals::AsBoolean("Y   "));
-    EXPECT_TRUE(SqlLiterals::AsBoolean(true));
-    EXPECT_FALSE(SqlLiterals::AsBoolean("y"));
-    EXPECT_FALSE(SqlLiterals::AsBoolean("N"));
-    EXPECT_FALSE(SqlLiterals::AsBoolean(QVariant()));
+    const std::pair<QVariant, int> numbers[] = {{QVariant(), 0},     {"", 0},    {" 12 ", 12},
+                                                {qlonglong(-7), -7}, {12.0, 12}, {"12.0", 12}};
+    for (const auto& [value, number] : numbers)
+        EXPECT_EQ(SqlLiterals::AsLong(value), number) << value.toString().toStdString();
+    for (const QVariant& bad : {QVariant(12.5), QVariant("twelve"), QVariant(qlonglong(1) << 40),
+                                QVariant(QDate(2024, 1, 1))})
+        EXPECT_THROW(SqlLiterals::AsLong(bad), Error) << bad.toString().toStdString();
+    const std::pair<QVariant, bool> flags[] = {{"Y", true},  {"Y   ", true}, {true, true},
+                                               {"y", false}, {"N", false},   {QVariant(), false}};
+    for (const auto& [value, flag] : flags)
+        EXPECT_EQ(SqlLiterals::AsBoolean(value), flag) << value.toString().toStdString();
 }
 
 TEST(ConnectionDescriptionTest, EachFormNamesItsDatabase) {

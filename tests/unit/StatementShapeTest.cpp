@@ -7,20 +7,14 @@ namespace Orvane::Testing {
 using Studio::SqlTokenList;
 using Studio::StatementShape;
 
-namespace {
-
-struct Case {
-    const char* statement;
-    const char* shape; // numbers bare
-    QVariantList values;
-};
-
-} // namespace
-
 // Only literals whose type the context fixes are bound; the rest, and statements that could be
 // misread by a driver, keep their text. Every shape writes back to its statement.
 TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
-    const QList<Case> cases{
+    const struct {
+        const char* statement;
+        const char* shape; // numbers bare
+        QVariantList values;
+    } cases[]{
         {"INSERT INTO t (a,b,c)VALUES(12,'it''s','')",
          "INSERT INTO t (a,b,c)VALUES(?,?,?)",
          {12LL, "it's", ""}},
@@ -45,18 +39,14 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
          {}},
         {"CREATE TABLE t (a CHAR(1) DEFAULT 'N')", "CREATE TABLE t (a CHAR(1) DEFAULT 'N')", {}},
     };
-    for (const Case& c : cases) {
+    for (const auto& c : cases) {
         SCOPED_TRACE(c.statement);
         const StatementShape shape{SqlTokenList(QString::fromUtf8(c.statement))};
         EXPECT_EQ(shape.Text(StatementShape::Numbers::Bare), QString::fromUtf8(c.shape));
-        ASSERT_EQ(shape.Values().size(), c.values.size());
-        for (qsizetype i = 0; i < c.values.size(); ++i) {
-            const QVariant expected = c.values[i].typeId() == QMetaType::QByteArray
-                                          ? QVariant(c.values[i].toString())
-                                          : c.values[i];
-            EXPECT_EQ(shape.Values()[i], expected);
-            EXPECT_EQ(shape.Values()[i].typeId(), expected.typeId());
-        }
+        // Equal values of another type would bind differently.
+        EXPECT_EQ(shape.Values(), c.values);
+        for (qsizetype i = 0; i < c.values.size() && i < shape.Values().size(); ++i)
+            EXPECT_EQ(shape.Values()[i].typeId(), c.values[i].typeId()) << i;
         EXPECT_EQ(shape.Render(), QString::fromUtf8(c.statement));
     }
     // An empty text must not bind as NULL, which drivers make of a null string.
