@@ -4,7 +4,7 @@
 <context>
     <name>Orvane::CDataSourcesColumns</name>
     <message>
-        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+184"/>
+        <location filename="../orvane/model/CDataSourcesColumns.cpp" line="+185"/>
         <source>There is no column named &quot;%1&quot;.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -177,6 +177,24 @@
     <message>
         <location line="+2"/>
         <source>Delete Key Field</source>
+        <translation type="unfinished"></translation>
+    </message>
+</context>
+<context>
+    <name>Orvane::ColumnFieldPrompt</name>
+    <message>
+        <location filename="../orvane/columns/ColumnFieldPrompt.cpp" line="+33"/>
+        <source>Field name is in use.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+0"/>
+        <source>Please select a different name.</source>
+        <translation type="unfinished"></translation>
+    </message>
+    <message>
+        <location line="+1"/>
+        <source>CANNOT USE DUPLICATE FIELD NAMES</source>
         <translation type="unfinished"></translation>
     </message>
 </context>
@@ -620,7 +638,7 @@
 <context>
     <name>Orvane::Planner</name>
     <message>
-        <location filename="../orvane/sources/DetectionPlan.cpp" line="+86"/>
+        <location filename="../orvane/sources/DetectionPlan.cpp" line="+91"/>
         <source>The time stamp is at position %1; the source&apos;s first date, &quot;%2&quot;, is at position %3.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -737,22 +755,7 @@
 <context>
     <name>Orvane::XDataSourcesColumn</name>
     <message>
-        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+625"/>
-        <source>Field name is in use.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+0"/>
-        <source>Please select a different name.</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+1"/>
-        <source>CANNOT USE DUPLICATE FIELD NAMES</source>
-        <translation type="unfinished"></translation>
-    </message>
-    <message>
-        <location line="+30"/>
+        <location filename="../orvane/columns/XDataSourcesColumn.cpp" line="+592"/>
         <source>The source has no columns to detect.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -768,7 +771,7 @@
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+163"/>
+        <location line="+115"/>
         <source>Naming Error. Column: </source>
         <translation type="unfinished"></translation>
     </message>

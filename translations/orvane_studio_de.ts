@@ -391,7 +391,7 @@ See --help.</source>
         <translation type="unfinished"></translation>
     </message>
     <message>
-        <location line="+37"/>
+        <location line="+38"/>
         <source>Your changes were not saved; they are still here.</source>
         <translation type="unfinished"></translation>
     </message>
@@ -459,7 +459,7 @@ See --help.</source>
 <context>
     <name>Orvane::Studio::FieldStore</name>
     <message>
-        <location filename="../studio/dictionary/FieldStore.cpp" line="+100"/>
+        <location filename="../studio/dictionary/FieldStore.cpp" line="+107"/>
         <source>This field object holds field %1 and cannot save field %2.</source>
         <translation type="unfinished"></translation>
     </message>

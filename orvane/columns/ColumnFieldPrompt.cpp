@@ -15,9 +15,8 @@ namespace Orvane::ColumnFieldPrompt {
 
 namespace {
 
-// The column editor's context, where these texts have always been translated.
 QString tr(const char* text) {
-    return QCoreApplication::translate("Orvane::XDataSourcesColumn", text);
+    return QCoreApplication::translate("Orvane::ColumnFieldPrompt", text);
 }
 
 // The field editor speaks of types by their names.
