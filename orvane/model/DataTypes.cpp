@@ -5,8 +5,10 @@
 namespace Orvane::mOrvane {
 
 QString DataTypeNameFromCode(const QString& code) {
+    // The grid asks for every Type cell it paints; the fixed list is split once.
+    static const QStringList names = DataTypeList.split(QLatin1Char('\t'), Qt::SkipEmptyParts);
     const QString wanted = code.trimmed();
-    for (const QString& name : DataTypeList.split(QLatin1Char('\t'))) {
+    for (const QString& name : names) {
         if (name.left(1) == wanted)
             return name;
     }
