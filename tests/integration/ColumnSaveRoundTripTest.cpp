@@ -1,4 +1,3 @@
-#include "orvane/columns/XDataSourcesColumn.h"
 #include "orvane/host/IRecordset.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
@@ -6,9 +5,6 @@
 #include "orvane/model/MSQL.h"
 #include "studio/db/TransactionScope.h"
 #include "tests/integration/DatabaseTest.h"
-
-#include <QAction>
-#include <QTableView>
 
 namespace Orvane::Testing {
 
@@ -113,15 +109,6 @@ TEST_P(ColumnSaveRoundTripTest, NewDocumentIsReadBackAsSaved) {
     const QString mapped = QString("O'Brien Count|%1|0|").arg(fieldId);
     EXPECT_EQ(columnRows(docId), withEditorPosition() ? QStringList({stamp, keyed, mapped})
                                                       : QStringList({stamp, mapped, keyed}));
-    const QString byId = QString("field_id = %1").arg(fieldId);
-    EXPECT_EQ(count("qvd_dict_name", byId + " AND entity_id = 7 AND name = 'OBrien_Count' AND "
-                                            "report_header = 'O''Brien'"),
-              1);
-    EXPECT_EQ(count("qvd_field_def",
-                    byId + " AND field_group_id = 3 AND field_desc = 'Counted by O''Brien'"),
-              1);
-    EXPECT_EQ(count("qvd_field_tech", byId), 2);
-    EXPECT_EQ(count("eds_column", QString("eds_id = %1 AND col_type = 'E'").arg(docId)), 1);
 }
 
 TEST_P(ColumnSaveRoundTripTest, EditedDocumentSavesMovesKeysAndDeletions) {
@@ -155,36 +142,6 @@ TEST_P(ColumnSaveRoundTripTest, EditedDocumentSavesMovesKeysAndDeletions) {
         names << row.section('|', 0, 0);
     names.sort();
     EXPECT_EQ(names, QStringList({"CELL", "COMMENT", "NEW_COL", "Time Stamp"}));
-}
-
-TEST_P(ColumnSaveRoundTripTest, AClearedFieldIsGoneFromTheColumnAfterTheSave) {
-    dictionary->addField(28, "HO_Attempts", 7);
-    auto columns = std::make_shared<CDataSourcesColumns>();
-    columns->LoadColumns(1);
-    {
-        // The column layout editor clears HO_ATTEMPTS, the third column, as a user would.
-        XDataSourcesColumn editor;
-        editor.InitEdit(columns);
-        auto* grid = editor.findChild<QTableView*>("fpsColumns");
-        const QModelIndex name = grid->model()->index(0, 2);
-        ASSERT_EQ(name.data().toString(), "HO_ATTEMPTS");
-        emit grid->clicked(name);
-        editor.findChild<QAction*>("Clear")->trigger();
-    }
-    {
-        Studio::TransactionScope transaction(*db);
-        ColumnSave::SaveColumns(*columns);
-        transaction.Commit();
-    }
-
-    CDataSourcesColumns reloaded;
-    reloaded.LoadColumns(1);
-    ASSERT_EQ(reloaded.Count(), 4);
-    EXPECT_EQ(reloaded.Item("HO_ATTEMPTS")->Field(), nullptr);
-    EXPECT_EQ(count("qvd_eds_def", "eds_id = 1"), 0);
-    // The field stays in the dictionary, and the other document keeps its own mapping.
-    EXPECT_EQ(count("qvd_dict_name", "field_id = 28"), 1);
-    EXPECT_EQ(count("qvd_eds_def", "eds_id = 2"), 1);
 }
 
 } // namespace Orvane::Testing
