@@ -10,6 +10,7 @@
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
 #include "orvane/model/ConnectionCache.h"
+#include "orvane/model/DataTypes.h"
 #include "orvane/model/MSQL.h"
 
 #include <vector>
@@ -28,10 +29,6 @@ void execute(const QString& statement) {
     query().ExecuteStatement(statement);
 }
 
-QString typeCode(const CDataSourcesColumn& column) {
-    return column.Column_Type().left(1);
-}
-
 QString timeStampFlag(const CDataSourcesColumn& column) {
     return column.IsTimeStamp() ? QStringLiteral("Y") : QStringLiteral("N");
 }
@@ -42,8 +39,9 @@ qint32 entityIdOf(const CDataSourcesColumns& columns) {
 
 void insertColumnRow(CDataSourcesColumn& column, qint32 edsId) {
     column.setColumn_Id(query().NextSequenceValue(MSQL::ColumnSequence));
-    execute(MSQL::InsertColumn(column.Column_Id(), edsId, column.Column_Name(), typeCode(column),
-                               column.Position(), timeStampFlag(column), column.ColPosition()));
+    execute(MSQL::InsertColumn(column.Column_Id(), edsId, column.Column_Name(),
+                               mOrvane::DataTypeCode(column.Column_Type()), column.Position(),
+                               timeStampFlag(column), column.ColPosition()));
 }
 
 void insertKeyRow(CDataSourcesColumn& column, qint32 edsId) {
@@ -135,8 +133,9 @@ void updateColumns(CDataSourcesColumns& columns) {
     for (const ColumnPtr& column : columns) {
         if (!column->Dirty())
             continue;
-        execute(MSQL::UpdateColumn(column->Column_Id(), column->Column_Name(), typeCode(*column),
-                                   column->Position(), column->ColPosition()));
+        execute(MSQL::UpdateColumn(column->Column_Id(), column->Column_Name(),
+                                   mOrvane::DataTypeCode(column->Column_Type()), column->Position(),
+                                   column->ColPosition()));
         saveFieldOf(*column, columns);
         saveKeyOf(*column, columns);
     }
