@@ -36,15 +36,16 @@ struct SqlQueryService::Private {
     // so that they end before it closes).
     std::unique_ptr<SqliteStatements> sqlite;
 
-    // The query that ran the statement; read it before the next. Null when the statement was
-    // held, which mayHold allows.
-    QSqlQuery* run(const QString& statement, bool mayHold = false);
-    void execute(const QString& statement);
+    // The query that ran the statement; read it before the next. A statement whose result is
+    // not wanted (forResult false) may be held or run outside Qt: then there is none, null.
+    QSqlQuery* run(const QString& statement, bool forResult = true);
 };
 
 // On SQLite and PostgreSQL the statement's literals are bound to a query prepared once per
-// shape, so that statements differing only in their values are compiled once.
-QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool mayHold) {
+// shape, so that statements differing only in their values are compiled once. Without a result
+// to read, a statement with values runs straight on SQLite (Qt's binding and executing cost more
+// than SQLite's work for one row) and is held in PostgreSQL's batched transactions.
+QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool forResult) {
     const SqlBackend kind = connection.Backend();
     if (kind == SqlBackend::ODBC)
         return &(unprepared = connection.Run(statement));
@@ -55,31 +56,16 @@ QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool mayHold)
         return &(unprepared = connection.Run(sent));
     const auto numbers = kind == SqlBackend::PostgreSQL ? StatementShape::Numbers::Cast
                                                         : StatementShape::Numbers::Bare;
-    if (mayHold) {
+    if (forResult)
+        return &connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
+    if (kind == SqlBackend::PostgreSQL) {
         connection.Defer(shape.Text(numbers), shape.Values(), sent);
         return nullptr;
     }
-    return &connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
-}
-
-// On SQLite a statement with values to bind runs straight on the database: Qt's binding and
-// executing cost more than SQLite's work for one row.
-void SqlQueryService::Private::execute(const QString& statement) {
-    if (connection.Backend() != SqlBackend::SQLite) {
-        if (QSqlQuery* query = run(statement, true))
-            query->finish();
-        return;
-    }
-    const SqlTokenList tokens = OracleDialectBridge::TranslatedTokens(statement);
-    const StatementShape shape(tokens);
-    if (!shape.HasValues()) {
-        unprepared = connection.Run(tokens.Statement());
-        unprepared.finish();
-        return;
-    }
     if (!sqlite)
         sqlite = std::make_unique<SqliteStatements>(connection, PreparedStatements);
-    sqlite->Run(shape.Text(StatementShape::Numbers::Bare), shape.Values(), tokens.Statement());
+    sqlite->Run(shape.Text(numbers), shape.Values(), sent);
+    return nullptr;
 }
 
 SqlQueryService::SqlQueryService(const QString& connection, SchemaForm newDatabaseForm,
@@ -145,7 +131,8 @@ std::shared_ptr<IRecordset> SqlQueryService::OpenRecordset(const QString& statem
 }
 
 void SqlQueryService::ExecuteStatement(const QString& statement) {
-    d->execute(statement);
+    if (QSqlQuery* query = d->run(statement, false))
+        query->finish();
 }
 
 qint32 SqlQueryService::ExecuteCounted(const QString& statement) {
