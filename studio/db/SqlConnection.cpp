@@ -167,8 +167,7 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
     sendHeld();
     if (changesSchema(statement))
         m_prepared->Clear();
-    QSqlQuery query(Database());
-    query.setForwardOnly(true);
+    QSqlQuery query = newQuery();
     bool ok = false;
     if (values.isEmpty()) {
         ok = query.exec(statement);
@@ -182,14 +181,22 @@ QSqlQuery SqlConnection::Run(const QString& statement, const QVariantList& value
     return query;
 }
 
+// Results are read whole and at once (see SqlRecordset). Forward only, Qt keeps no rows it has
+// passed; but on PostgreSQL its driver then reads in single-row mode, one result object copied for
+// each row, which cost more than converting the values: there a result comes in one piece.
+QSqlQuery SqlConnection::newQuery() {
+    QSqlQuery query(Database());
+    query.setForwardOnly(Backend() != SqlBackend::PostgreSQL);
+    return query;
+}
+
 QSqlQuery& SqlConnection::RunPrepared(const QString& statement, const QVariantList& values,
                                       const QString& shown) {
     ReopenIfLost();
     sendHeld();
     QSqlQuery* query = m_prepared->Find(statement);
     if (!query) {
-        QSqlQuery prepared(Database());
-        prepared.setForwardOnly(true);
+        QSqlQuery prepared = newQuery();
         if (!prepared.prepare(statement))
             failStatement(prepared, shown);
         query = &m_prepared->Keep(statement, std::move(prepared));

@@ -65,6 +65,7 @@ private:
     void prepareSession();
     QString failureOf(const QSqlError& error);
     void sendHeld();
+    QSqlQuery newQuery();
     [[noreturn]] void failStatement(const QSqlQuery& query, const QString& shown);
     [[noreturn]] void failStatement(const QSqlError& error, const QString& shown);
     [[noreturn]] void failOpening(const QString& reason) const;

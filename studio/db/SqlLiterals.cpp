@@ -130,7 +130,10 @@ QString SqlLiterals::ValueList(const QVariantList& values) {
 }
 
 qint32 SqlLiterals::AsLong(const QVariant& value) {
-    // What SQLite gives for every id a load reads, taken without a conversion.
+    // What the databases give for the ids a load reads (SQLite's integers, PostgreSQL's integer
+    // columns), taken without a conversion: a load reads thousands.
+    if (value.typeId() == QMetaType::Int)
+        return *static_cast<const int*>(value.constData());
     if (value.typeId() == QMetaType::LongLong) {
         const qlonglong number = *static_cast<const qlonglong*>(value.constData());
         if (number >= std::numeric_limits<qint32>::min() &&
