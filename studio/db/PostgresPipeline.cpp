@@ -99,41 +99,74 @@ void PostgresPipeline::Add(QString statement, QVariantList values, QString shown
     m_held.push_back({std::move(statement), std::move(values), std::move(shown)});
 }
 
+void PostgresPipeline::Discard(const QSqlDatabase& database) {
+    m_held.clear();
+    if (!m_sent)
+        return;
+    if (PGconn* connection = connectionOf(database))
+        finish(connection);
+    m_sent.reset();
+}
+
 std::optional<PostgresPipeline::Failure> PostgresPipeline::Send(const QSqlDatabase& database,
-                                                                int session) {
-    const std::vector<Statement> statements = std::exchange(m_held, {});
-    if (statements.empty())
+                                                                int session, Wait wait) {
+    std::vector<Statement> statements = std::exchange(m_held, {});
+    if (statements.empty() && !m_sent)
         return {};
-    if (session != m_session) {
-        m_names.clear();
-        m_session = session;
-    }
+    const QString first = m_sent ? m_sent->statements.front().shown : statements.front().shown;
     PGconn* connection = connectionOf(database);
-    if (!connection || PQstatus(connection) == CONNECTION_BAD) {
+    // A session that ended took what was sent in it along.
+    if (!connection || PQstatus(connection) == CONNECTION_BAD || (m_sent && session != m_session)) {
+        m_sent.reset();
         return Failure{QSqlError(QString(), QStringLiteral("The connection is not open."),
                                  QSqlError::ConnectionError),
-                       statements.front().shown};
+                       first};
     }
-    dropUnreadResults(connection);
-    if (m_names.size() >= PreparedNames)
-        forgetNames(connection);
-    if (!PQenterPipelineMode(connection))
-        return Failure{errorOf(connection, nullptr), statements.front().shown};
+    if (!m_sent) {
+        if (session != m_session) {
+            m_names.clear();
+            m_session = session;
+        }
+        dropUnreadResults(connection);
+        if (m_names.size() >= PreparedNames)
+            forgetNames(connection);
+        if (!PQenterPipelineMode(connection))
+            return Failure{errorOf(connection, nullptr), first};
+    }
     std::optional<Failure> unsent;
-    const std::vector<Command> commands = sendAll(connection, statements, unsent);
-    const std::optional<Failure> failure = collect(connection, commands);
-    leavePipeline(connection);
+    std::optional<Failure> failure;
+    if (!statements.empty()) {
+        Batch batch = sendAll(connection, std::move(statements), unsent);
+        // The server answers in order: what was sent before is read while it works on this one.
+        if (m_sent)
+            failure = collect(connection, *m_sent);
+        m_sent = std::move(batch);
+    }
+    if (wait == Wait::All || failure || unsent) {
+        const std::optional<Failure> later = finish(connection);
+        if (!failure)
+            failure = later;
+    }
     return failure ? failure : unsent;
+}
+
+// Reads the outcome of what was sent last and leaves pipeline mode.
+std::optional<PostgresPipeline::Failure> PostgresPipeline::finish(PGconn* connection) {
+    std::optional<Failure> failure = collect(connection, *m_sent);
+    m_sent.reset();
+    leavePipeline(connection);
+    return failure;
 }
 
 // A statement that cannot be sent (the connection broke) ends the sending; those sent before it
 // are still read.
-std::vector<PostgresPipeline::Command>
-PostgresPipeline::sendAll(PGconn* connection, const std::vector<Statement>& statements,
-                          std::optional<Failure>& failure) {
-    std::vector<Command> commands;
-    commands.reserve(statements.size() + 8);
-    for (const Statement& statement : statements) {
+PostgresPipeline::Batch PostgresPipeline::sendAll(PGconn* connection,
+                                                  std::vector<Statement> statements,
+                                                  std::optional<Failure>& failure) {
+    Batch batch{std::move(statements), {}};
+    batch.commands.reserve(batch.statements.size() + 8);
+    for (std::size_t index = 0; index < batch.statements.size(); ++index) {
+        const Statement& statement = batch.statements[index];
         bool isNew = false;
         const QByteArray name = nameFor(statement.text, isNew);
         bool sent = true;
@@ -141,7 +174,7 @@ PostgresPipeline::sendAll(PGconn* connection, const std::vector<Statement>& stat
             sent = PQsendPrepare(connection, name.constData(), numbered(statement.text).constData(),
                                  0, nullptr) != 0;
             if (sent)
-                commands.push_back({&statement, name});
+                batch.commands.push_back({index, name});
             else
                 m_names.remove(statement.text);
         }
@@ -149,16 +182,17 @@ PostgresPipeline::sendAll(PGconn* connection, const std::vector<Statement>& stat
             failure = Failure{errorOf(connection, nullptr), statement.shown};
             break;
         }
-        commands.push_back({&statement, {}});
+        batch.commands.push_back({index, {}});
     }
     PQpipelineSync(connection);
-    return commands;
+    return batch;
 }
 
-// Each command answers one result, then null; the sync ends the pipeline. A name whose PREPARE
+// Each command answers one result, then null; the sync ends the batch. A name whose PREPARE
 // did not succeed is not kept, so the next statement of its shape prepares it again.
-std::optional<PostgresPipeline::Failure>
-PostgresPipeline::collect(PGconn* connection, const std::vector<Command>& commands) {
+std::optional<PostgresPipeline::Failure> PostgresPipeline::collect(PGconn* connection,
+                                                                   const Batch& batch) {
+    const std::vector<Command>& commands = batch.commands;
     std::optional<Failure> failure;
     std::size_t index = 0;
     for (;;) {
@@ -174,16 +208,18 @@ PostgresPipeline::collect(PGconn* connection, const std::vector<Command>& comman
             break;
         }
         const Command* command = index < commands.size() ? &commands[index] : nullptr;
+        const Statement* statement = command ? &batch.statements[command->statement] : nullptr;
         const bool succeeded = status == PGRES_COMMAND_OK || status == PGRES_TUPLES_OK;
         if (command && !command->prepared.isEmpty() && !succeeded)
-            m_names.remove(command->statement->text);
+            m_names.remove(statement->text);
         if (command && status == PGRES_FATAL_ERROR && !failure)
-            failure = Failure{errorOf(connection, result), command->statement->shown};
+            failure = Failure{errorOf(connection, result), statement->shown};
         PQclear(result);
     }
-    if (!failure && !commands.empty() && PQstatus(connection) == CONNECTION_BAD)
-        failure = Failure{errorOf(connection, nullptr),
-                          commands[qMin(index, commands.size() - 1)].statement->shown};
+    if (!failure && !commands.empty() && PQstatus(connection) == CONNECTION_BAD) {
+        const Command& last = commands[qMin(index, commands.size() - 1)];
+        failure = Failure{errorOf(connection, nullptr), batch.statements[last.statement].shown};
+    }
     return failure;
 }
 

@@ -79,6 +79,8 @@ SqlConnection::~SqlConnection() {
     m_prepared->Clear();
     {
         QSqlDatabase database = Database();
+        if (m_pipeline)
+            m_pipeline->Discard(database);
         if (m_inTransaction)
             database.rollback();
         database.close();
@@ -216,13 +218,13 @@ void SqlConnection::Defer(const QString& statement, const QVariantList& values,
     }
     m_pipeline->Add(statement, values, shown);
     if (m_pipeline->Size() >= HeldStatements)
-        sendHeld();
+        sendHeld(PostgresPipeline::Wait::Earlier);
 }
 
-void SqlConnection::sendHeld() {
-    if (!m_pipeline || m_pipeline->Size() == 0)
+void SqlConnection::sendHeld(PostgresPipeline::Wait wait) {
+    if (!m_pipeline || !m_pipeline->Pending())
         return;
-    if (const auto failure = m_pipeline->Send(Database(), m_session))
+    if (const auto failure = m_pipeline->Send(Database(), m_session, wait))
         failStatement(failure->error, failure->shown);
 }
 
@@ -293,7 +295,7 @@ void SqlConnection::Rollback() {
     m_inTransaction = false;
     m_batching = false;
     if (m_pipeline)
-        m_pipeline->Discard();
+        m_pipeline->Discard(Database());
     // The server ended the transaction with the session.
     if (m_lost)
         return;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "studio/db/ConnectionDescription.h"
+#include "studio/db/PostgresPipeline.h"
 #include "studio/db/StatementDelivery.h"
 
 #include <QSqlDatabase>
@@ -11,7 +12,6 @@
 
 namespace Orvane::Studio {
 
-class PostgresPipeline;
 class PreparedQueryCache;
 
 // One open Qt Sql connection. Everything that goes wrong is an Orvane::Error: opening names the
@@ -64,7 +64,7 @@ private:
     void checkSqlitePath() const;
     void prepareSession();
     QString failureOf(const QSqlError& error);
-    void sendHeld();
+    void sendHeld(PostgresPipeline::Wait wait = PostgresPipeline::Wait::All);
     QSqlQuery newQuery();
     [[noreturn]] void failStatement(const QSqlQuery& query, const QString& shown);
     [[noreturn]] void failStatement(const QSqlError& error, const QString& shown);

@@ -227,6 +227,35 @@ TEST_P(SqlQueryServiceTest, BatchedStatementsAreReadBackAndAFailureCommitsNothin
     EXPECT_EQ(count("eds_column"), before);
 }
 
+// More statements than one round trip takes: the server works on each batch while the next is
+// made; a failure in an earlier batch is still named, and a rollback drops what was sent.
+TEST_P(SqlQueryServiceTest, ManyBatchedStatementsCommitOrFailTogether) {
+    const qint32 before = count("eds_column");
+    const auto insertMany = [&](qint32 first, int n) {
+        for (qint32 id = first; id < first + n; ++id)
+            insertColumn(id, "MANY", id);
+    };
+    const auto batched = [&](const std::function<void()>& work, bool commit) {
+        Studio::TransactionScope transaction(*db, Studio::StatementDelivery::Batched);
+        work();
+        if (commit)
+            transaction.Commit();
+    };
+    batched([&] { insertMany(3000, 2500); }, true);
+    EXPECT_EQ(count("eds_column"), before + 2500);
+    const std::string error = errorOf([&] {
+        batched(
+            [&] {
+                insertColumn(3000, "CLASHES", 5999);
+                insertMany(6000, 2100);
+            },
+            true);
+    });
+    EXPECT_THAT(error, HasSubstr("'CLASHES'"));
+    batched([&] { insertMany(9000, 1500); }, false);
+    EXPECT_EQ(count("eds_column"), before + 2500);
+}
+
 // Each session draws ids ahead, many per round trip; drawn at once by two, and kept across a
 // rollback, none is handed out twice.
 TEST_P(SqlQueryServiceTest, IdsDrawnAheadByTwoSessionsAtOnceNeverRepeat) {
