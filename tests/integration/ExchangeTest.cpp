@@ -2,8 +2,6 @@
 #include "studio/app/DocumentStore.h"
 #include "tests/integration/StudioDictionaryTest.h"
 
-#include "orvane/host/IRecordset.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>

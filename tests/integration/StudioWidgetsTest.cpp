@@ -4,7 +4,6 @@
 #include "studio/widgets/TechnologiesChecklist.h"
 #include "studio/widgets/TemplateTree.h"
 #include "tests/integration/StudioDictionaryTest.h"
-#include "tests/support/QtPrinters.h"
 
 #include <QCheckBox>
 #include <QSignalSpy>
