@@ -38,19 +38,16 @@ TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndTheSettingsOfIt
                   {Row{{"FileName", "/data/cells.csv"}, {"separator", ","}}});
     CDataSourcesData doc;
     edit(doc, ascii);
-    EXPECT_EQ(doc.DocId(), 42);
-    EXPECT_EQ(doc.EDS_Type(), "A");
-    EXPECT_EQ(doc.Entity(), cell);
-    EXPECT_EQ(doc.Columns()->Entity(), cell);
-    EXPECT_TRUE(doc.IsTimeSeries());
-    EXPECT_EQ(doc.FreqId(), 12);
-    EXPECT_EQ(query->log.filter("FROM eds_column a").filter("a.EDS_Id = 42").size(), 1);
-    EXPECT_EQ(doc.FileName(), "/data/cells.csv");
-    EXPECT_EQ(doc.Delimeter(), ",");
-    EXPECT_FALSE(doc.IsNew());
-    EXPECT_EQ(query->lastTimeout, 60);
-    EXPECT_EQ(doc.Category(), "ASCII Data Sources");
-    EXPECT_EQ(doc.EditorName(), "ASCII Data Source Editor");
+    EXPECT_TRUE(doc.Entity() == cell && doc.Columns()->Entity() == cell);
+    EXPECT_TRUE(doc.IsTimeSeries() && !doc.IsNew());
+    EXPECT_EQ(
+        QList<qsizetype>({doc.DocId(), doc.FreqId(), query->lastTimeout,
+                          query->log.filter("FROM eds_column a").filter("a.EDS_Id = 42").size()}),
+        QList<qsizetype>({42, 12, 60, 1}));
+    EXPECT_EQ(QStringList({doc.EDS_Type(), doc.FileName(), doc.Delimeter(), doc.Category(),
+                           doc.EditorName()}),
+              QStringList(
+                  {"A", "/data/cells.csv", ",", "ASCII Data Sources", "ASCII Data Source Editor"}));
 
     for (const QVariant& flag : {QVariant("y"), QVariant("N"), QVariant()}) {
         edit(doc, ascii, 42, flag, QVariant());
@@ -79,11 +76,8 @@ TEST_F(DataSourcesDataTest, OdbcNullsBecomeEmptyWhereAllowedAndErrorsElsewhere) 
     CDataSourcesData doc;
     doc.setSchema("old");
     edit(doc, odbc);
-    EXPECT_EQ(doc.Server(), "pmdb01");
-    EXPECT_EQ(doc.Table(), "cell_kpi");
-    EXPECT_EQ(doc.Schema(), "");
-    EXPECT_EQ(doc.UserId(), "");
-    EXPECT_EQ(doc.Category(), "ODBC Data Sources");
+    EXPECT_EQ(QStringList({doc.Server(), doc.Table(), doc.Schema(), doc.UserId(), doc.Category()}),
+              QStringList({"pmdb01", "cell_kpi", "", "", "ODBC Data Sources"}));
     EXPECT_THAT([&] { edit(doc, odbc, 43); },
                 testing::ThrowsMessage<Error>(testing::HasSubstr("\"DB_Server\"")));
 }
@@ -104,18 +98,14 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheChosenEntityOrIsCancelled) {
 
     CDataSourcesData cancelled;
     const auto before = cancelled.Columns();
-    EXPECT_FALSE(cancelled.InitNew(ascii));
-    EXPECT_FALSE(cancelled.IsNew());
-    EXPECT_EQ(cancelled.Entity(), nullptr);
-    EXPECT_NE(cancelled.Columns(), before); // a new, empty collection stays in place
-    EXPECT_EQ(cancelled.Columns()->Count(), 0);
+    EXPECT_FALSE(cancelled.InitNew(ascii) || cancelled.IsNew() || cancelled.Entity());
+    // A new, empty collection stays in place.
+    EXPECT_TRUE(cancelled.Columns() != before && cancelled.Columns()->Count() == 0);
 
     chooser->answer = cell;
     CDataSourcesData doc;
-    EXPECT_TRUE(doc.InitNew(ascii));
-    EXPECT_TRUE(doc.IsNew());
-    EXPECT_EQ(doc.Entity(), cell);
-    EXPECT_EQ(doc.Columns()->Entity(), cell);
+    EXPECT_TRUE(doc.InitNew(ascii) && doc.IsNew());
+    EXPECT_TRUE(doc.Entity() == cell && doc.Columns()->Entity() == cell);
     EXPECT_EQ(chooser->asked, QStringList(2, "Select Entity for this Data Source|System"));
     EXPECT_TRUE(app->modalShown.isEmpty());
 }
@@ -172,25 +162,21 @@ TEST(ColumnCopies, ACloneFollowsTheSetterOrderAndARenameCopyKeepsTheEditorPositi
     source.setIsTimeStamp(true);
 
     const auto clone = source.Clone();
-    EXPECT_TRUE(clone->Dirty());
-    EXPECT_FALSE(clone->ColumnDeleted());
+    EXPECT_TRUE(clone->Dirty() && !clone->ColumnDeleted() && clone->IsTimeStamp());
     EXPECT_TRUE(clone->KeyDeleted() && clone->FieldDeleted() && clone->FieldAdded());
-    EXPECT_EQ(clone->ColPosition(), 0);
-    EXPECT_EQ(clone->Column_Id(), 4);
-    EXPECT_EQ(clone->Position(), 3);
-    EXPECT_EQ(clone->Key_Ordinal(), 2);
-    EXPECT_TRUE(clone->IsTimeStamp());
+    EXPECT_EQ(QList<qint32>({clone->ColPosition(), clone->Column_Id(), clone->Position(),
+                             clone->Key_Ordinal()}),
+              QList<qint32>({0, 4, 3, 2}));
     EXPECT_EQ(clone->Field(), source.Field()) << "the same field object, shared";
 
     CDataSourcesColumn renamed;
     renamed.setColumn_Name("Site");
     renamed.CopyForRename(source, true);
     EXPECT_EQ(renamed.Column_Name(), "Site");
-    EXPECT_EQ(renamed.ColPosition(), 7);
+    EXPECT_EQ(QList<qint32>({renamed.ColPosition(), renamed.Column_Id(), renamed.KeyFld_Id()}),
+              QList<qint32>({7, 4, 12}));
     EXPECT_TRUE(renamed.FieldDeleted() && renamed.FieldAdded() && renamed.KeyDeleted());
     EXPECT_FALSE(renamed.ColumnDeleted());
-    EXPECT_EQ(renamed.Column_Id(), 4);
-    EXPECT_EQ(renamed.KeyFld_Id(), 12);
     CDataSourcesColumn clean;
     for (const bool newDocument : {true, false}) {
         renamed.CopyForRename(clean, newDocument);
@@ -210,9 +196,9 @@ TEST(ColumnKeys, AnEditedKeyIsLiveAndFlaggedByWhatIsStored) {
         column.setPK_Id(k.pkId);
         column.setKeyDeleted(true);
         column.MarkKeyEdited();
-        EXPECT_FALSE(column.KeyDeleted());
-        EXPECT_EQ(column.KeyAdded(), k.added) << k.columnId << "," << k.pkId;
-        EXPECT_EQ(column.KeyDirty(), k.dirty) << k.columnId << "," << k.pkId;
+        EXPECT_EQ(QList<bool>({column.KeyDeleted(), column.KeyAdded(), column.KeyDirty()}),
+                  QList<bool>({false, k.added, k.dirty}))
+            << k.columnId << "," << k.pkId;
     }
 
     CDataSourcesColumn wiped;
@@ -237,18 +223,16 @@ TEST(ColumnCollection, AFieldNameCountsAsUsedOnlyOnAnotherColumnRegardlessOfCase
     columns.Add("B");
     EXPECT_FALSE(columns.FieldNameUsedElsewhere(*self, "calls"));
     columns.Add("C")->setField(std::make_shared<FakeField>(2, "CALLS"));
-    EXPECT_TRUE(columns.FieldNameUsedElsewhere(*self, "calls"));
-    EXPECT_FALSE(columns.FieldNameUsedElsewhere(*self, "drops"));
+    EXPECT_TRUE(columns.FieldNameUsedElsewhere(*self, "calls") &&
+                !columns.FieldNameUsedElsewhere(*self, "drops"));
 }
 
 TEST(ColumnCollection, KeysAreTrimmedNamesWithoutRegardToCaseInInsertionOrder) {
     CDataSourcesColumns columns;
     const auto first = columns.Add("  Cell Name ");
     EXPECT_EQ(first->Column_Name(), "Cell Name");
-    EXPECT_EQ(columns.Add("cell name"), first);
-    EXPECT_EQ(columns.Item("CELL NAME"), first);
-    EXPECT_EQ(columns.Item("missing"), nullptr);
-    EXPECT_EQ(columns.Item(2), nullptr);
+    EXPECT_TRUE(columns.Add("cell name") == first && columns.Item("CELL NAME") == first);
+    EXPECT_FALSE(columns.Item("missing") || columns.Item(2));
     const auto stamp = columns.Add("When");
     stamp->setIsTimeStamp(true);
     EXPECT_EQ(columns.Add("Time Stamp"), stamp) << "the time stamp under its old name";
@@ -257,8 +241,7 @@ TEST(ColumnCollection, KeysAreTrimmedNamesWithoutRegardToCaseInInsertionOrder) {
     EXPECT_EQ(columns.Item(2)->Column_Name(), "Time Stamp");
     EXPECT_THROW(columns.Remove("When"), Error);
     columns.Clear();
-    EXPECT_EQ(columns.Count(), 0);
-    EXPECT_FALSE(columns.Exists("cell name"));
+    EXPECT_FALSE(columns.Count() || columns.Exists("cell name"));
     EXPECT_EQ(first.use_count(), 1) << "the collection holds no reference any more";
 }
 
@@ -271,8 +254,7 @@ TEST(ColumnCollection, AddItemCopiesIntoAStoredColumnButKeepsItsFlags) {
     update.setPosition(9);
     update.setColPosition(3);
     update.setKeyDeleted(true);
-    EXPECT_TRUE(columns.AddItem(update));
-    EXPECT_EQ(columns.Count(), 1);
+    EXPECT_TRUE(columns.AddItem(update) && columns.Count() == 1);
     EXPECT_EQ(stored->Column_Id() + stored->Position() + stored->ColPosition(), 5 + 9 + 3);
     EXPECT_FALSE(stored->KeyDeleted() || stored->Dirty());
     update.setColumn_Name("B");
@@ -288,15 +270,14 @@ TEST(ColumnCollection, PositionAndOrdinalQueriesCountDeletedColumnsAsTheyShould)
     key->setKeyFld_Id(7);
     key->setKey_Ordinal(2);
     key->setColumnDeleted(true);
-    EXPECT_EQ(columns.FirstFreePosition(), 2);
-    EXPECT_FALSE(columns.PositionInUse(3, "K"));
-    EXPECT_TRUE(columns.PositionInUse(3, "k")) << "names compare exactly";
-    EXPECT_EQ(columns.ActiveColumns(), 1);
-    EXPECT_FALSE(columns.OrdInUse(2));
-    EXPECT_TRUE(columns.KeyExists(2));
-    EXPECT_EQ(columns.BiggestOrdinal(), 2);
-    EXPECT_FALSE(columns.KeyExists(0));
-    EXPECT_TRUE(columns.OrdInUse(0));
+    EXPECT_EQ(QList<qint32>(
+                  {columns.FirstFreePosition(), columns.ActiveColumns(), columns.BiggestOrdinal()}),
+              QList<qint32>({2, 1, 2}));
+    EXPECT_TRUE(columns.PositionInUse(3, "k") && !columns.PositionInUse(3, "K"))
+        << "names compare exactly";
+    EXPECT_EQ(QList<bool>({columns.OrdInUse(2), columns.KeyExists(2), columns.KeyExists(0),
+                           columns.OrdInUse(0)}),
+              QList<bool>({false, true, false, true}));
     for (int i = 2; i <= 500; ++i)
         columns.Add(QString("C%1").arg(i))->setPosition(i);
     EXPECT_EQ(columns.FirstFreePosition(), 501);
