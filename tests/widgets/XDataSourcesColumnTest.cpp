@@ -152,16 +152,15 @@ TEST_F(ColumnGridTest, InitNewShowsTheTimeStampColumnFirstAndOnce) {
 
     ASSERT_EQ(columnCount(), 1);
     EXPECT_EQ(gridRow(1) + gridRow(2) + gridRow(6), QStringList({"Time Stamp", "Date", "1"}));
-    EXPECT_EQ(text(1, 3, Qt::BackgroundRole), Grey);
-    EXPECT_EQ(text(1, 5, Qt::BackgroundRole), Grey);
-    EXPECT_EQ(text(1, 4, Qt::BackgroundRole), "");
+    EXPECT_EQ(QStringList({text(1, 3, Qt::BackgroundRole), text(1, 5, Qt::BackgroundRole),
+                           text(1, 4, Qt::BackgroundRole)}),
+              QStringList({Grey, Grey, ""}));
     EXPECT_FALSE(cell(1, 2).flags() & Qt::ItemIsEditable) << "the time stamp is always a Date";
     const ColumnPtr ts = columns->TSColumn();
-    EXPECT_EQ(ts->Column_Type(), "D");
-    EXPECT_EQ(ts->Position(), 1);
-    EXPECT_EQ(ts->ColPosition(), 1);
-    EXPECT_TRUE(ts->Dirty());
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_EQ(ts->Column_Type() + QString::number(ts->Position()) +
+                  QString::number(ts->ColPosition()),
+              "D11");
+    EXPECT_TRUE(ts->Dirty() && changeCount() == 1);
     EXPECT_EQ(states(Buttons), "Add=1 Insert=1 Delete=0 ReName=0 Clear=1 Key=0 DelKey=0 Field=0 "
                                "DelField=0 Left=0 Right=0");
     editor().setAppName("ODBC Data Source");
@@ -173,8 +172,7 @@ TEST_F(ColumnGridTest, InitNewShowsTheTimeStampColumnFirstAndOnce) {
     stored(*copied, "A", 0, 2);
     stored(*copied, "When", 0, 5, "D")->setIsTimeStamp(true);
     editor().InitNew(copied);
-    EXPECT_EQ(gridRow(1), QStringList({"When", "A"}));
-    EXPECT_EQ(text(1, 6), "5");
+    EXPECT_EQ(gridRow(1) + gridRow(6), QStringList({"When", "A", "5", "2"}));
     EXPECT_EQ(copied->Item("A")->ColPosition(), 2);
 }
 
@@ -198,23 +196,19 @@ TEST_F(ColumnGridTest, InitEditShowsEachColumnNotDeletedInCollectionOrder) {
     EXPECT_EQ(gridRow(5), QStringList({"Cell: cell_name", "", ""}));
     EXPECT_EQ(gridRow(6), QStringList({"2", "3", "1"}));
     EXPECT_EQ(old->ColPosition(), 3);
-    EXPECT_FALSE(site->Dirty() || old->Dirty());
-    EXPECT_EQ(changeCount(), 0);
+    EXPECT_FALSE(site->Dirty() || old->Dirty() || changeCount());
     EXPECT_GT(grid().horizontalHeader()->sectionSize(1),
               grid().fontMetrics().horizontalAdvance("calls_total"));
 
     grid().edit(cell(1, 2));
     auto* combo = grid().viewport()->findChild<QComboBox*>();
     ASSERT_NE(combo, nullptr);
-    EXPECT_EQ(combo->count(), 5);
-    EXPECT_EQ(combo->currentText(), "String");
+    EXPECT_EQ(combo->currentText() + QString::number(combo->count()), "String5");
     combo->setCurrentIndex(combo->findText("ENUM"));
     emit combo->activated(combo->currentIndex());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    EXPECT_EQ(text(1, 2), "ENUM");
-    EXPECT_EQ(site->Column_Type(), "E") << "held as the stored code";
-    EXPECT_TRUE(site->Dirty());
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_EQ(text(1, 2) + "|" + site->Column_Type(), "ENUM|E") << "held as the stored code";
+    EXPECT_TRUE(site->Dirty() && changeCount() == 1);
 
     grid().edit(cell(1, 6));
     auto* edit = grid().viewport()->findChild<QLineEdit*>();
@@ -222,9 +216,8 @@ TEST_F(ColumnGridTest, InitEditShowsEachColumnNotDeletedInCollectionOrder) {
     edit->setText("7");
     QTest::keyClick(edit, Qt::Key_Return);
     QCoreApplication::processEvents(); // the view commits the editor queued
-    EXPECT_EQ(text(1, 6), "7");
-    EXPECT_EQ(site->Position(), 7);
-    EXPECT_EQ(changeCount(), 2);
+    EXPECT_EQ(QList<qint32>({text(1, 6).toInt(), site->Position(), changeCount()}),
+              QList<qint32>({7, 7, 2}));
 }
 
 TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
@@ -235,20 +228,18 @@ TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
 
     editor().ShowTimeSeriesColumn(false);
     EXPECT_EQ(gridRow(1), QStringList({"A"}));
-    EXPECT_TRUE(ts->ColumnDeleted());
+    EXPECT_TRUE(ts->ColumnDeleted() && changeCount() == 1);
     EXPECT_TRUE(app->msgBoxes.isEmpty()) << "no confirmation when the host removes it";
-    EXPECT_EQ(changeCount(), 1);
 
     editor().ShowTimeSeriesColumn(true);
     editor().ShowTimeSeriesColumn(true);
-    EXPECT_EQ(gridRow(1), QStringList({"Time Stamp", "A"})) << "back first, once";
-    EXPECT_EQ(text(1, 6), "4");
+    EXPECT_EQ(gridRow(1) + gridRow(6), QStringList({"Time Stamp", "A", "4", "1"}))
+        << "back first, once";
     EXPECT_FALSE(ts->ColumnDeleted());
 
     editor().InitNew(std::make_shared<CDataSourcesColumns>());
     editor().ShowTimeSeriesColumn(false);
-    EXPECT_EQ(columnCount(), 0);
-    EXPECT_EQ(editor().Columns()->Count(), 0) << "a new time stamp is dropped";
+    EXPECT_FALSE(columnCount() || editor().Columns()->Count()) << "a new time stamp is dropped";
 }
 
 // Each layout after a plain column A: the first failed check is reported and its cell selected.
@@ -372,10 +363,10 @@ TEST_F(ColumnCommandsTest, AppendAsksForANameAndAddsTheColumnAtTheEnd) {
               QStringList{"Exclamation : Column name must be 40 characters or fewer."});
     EXPECT_EQ(prompts(), QStringList(2, "Please enter column name | ADDING COLUMN"));
     EXPECT_EQ(gridRow(1), QStringList({"Time Stamp", "abcde"})) << "exactly the width fits";
-    EXPECT_EQ(text(2, 2) + text(2, 6), "Integer2");
     const ColumnPtr added = columns->Item("abcde");
-    EXPECT_EQ(added->Column_Type(), "I");
-    EXPECT_EQ(added->ColPosition(), 2);
+    EXPECT_EQ(text(2, 2) + text(2, 6) + added->Column_Type() +
+                  QString::number(added->ColPosition()),
+              "Integer2I2");
     EXPECT_GE(changeCount(), 1);
     EXPECT_EQ(states({"Left", "Right", "Delete"}), "Left=1 Right=0 Delete=1") << "now current";
 }
@@ -396,11 +387,8 @@ TEST_F(ColumnCommandsTest, AppendingTheNameOfADeletedColumnOffersToRestoreIt) {
     EXPECT_EQ(boxes(*app), QStringList(2, "None COLUMN NAME EXISTS: Do you wish to restore the "
                                           "existing column? [YesNo]"));
     // Back before the current column, unmarked, at the first free position, not its old one.
-    EXPECT_EQ(gridRow(1), QStringList({"B", "A", "C"}));
-    EXPECT_EQ(gridRow(6), QStringList({"2", "1", "3"}));
-    EXPECT_FALSE(b->ColumnDeleted());
-    EXPECT_TRUE(b->Dirty());
-    EXPECT_EQ(a->ColPosition(), 2);
+    EXPECT_EQ(gridRow(1) + gridRow(6), QStringList({"B", "A", "C", "2", "1", "3"}));
+    EXPECT_TRUE(!b->ColumnDeleted() && b->Dirty() && a->ColPosition() == 2);
 }
 
 // A cancelled rename changes nothing; a name in use is refused and asked for again.
@@ -423,10 +411,8 @@ TEST_F(ColumnCommandsTest, RenamingReplacesTheColumnAndANameInUseStartsTheAsking
                                              "Please enter new column name | RENAMING COLUMN"}));
     EXPECT_EQ(gridRow(1), QStringList({"A", "Gamma", "C"})) << "the second acts on the new one";
     const ColumnPtr gamma = columns->Item("Gamma");
-    EXPECT_EQ(columns->Count(), 3);
+    EXPECT_TRUE(columns->Count() == 3 && gamma->Dirty() && gamma->ColPosition() == 2);
     EXPECT_EQ(gamma->Column_Id(), 12) << "the save updates the stored row";
-    EXPECT_TRUE(gamma->Dirty());
-    EXPECT_EQ(gamma->ColPosition(), 2);
     EXPECT_EQ(changeCount(), 4) << "each named run reports a change, the refused one too";
 }
 
@@ -438,10 +424,8 @@ TEST_F(ColumnCommandsTest, InsertPutsTheColumnBeforeTheCurrentOneAndRenumbers) {
     trigger("Insert");
 
     EXPECT_EQ(gridRow(1), QStringList({"A", "N", "B", "C"}));
-    EXPECT_EQ(columns->Item("N")->Position(), 4);
-    EXPECT_EQ(c->ColPosition(), 4);
-    EXPECT_TRUE(b->Dirty() && c->Dirty());
-    EXPECT_FALSE(a->Dirty());
+    EXPECT_TRUE(columns->Item("N")->Position() == 4 && c->ColPosition() == 4);
+    EXPECT_TRUE(b->Dirty() && c->Dirty() && !a->Dirty());
 
     // A shown column that the collection lost is reported; the others are still renumbered.
     columns->Remove("B");
@@ -473,10 +457,8 @@ TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMa
 
     rightClick(2, 1);
     trigger("mnuColDelete");
-    EXPECT_TRUE(b->ColumnDeleted());
-    EXPECT_EQ(columns->Count(), 3);
+    EXPECT_TRUE(b->ColumnDeleted() && columns->Count() == 3 && c->ColPosition() == 2);
     EXPECT_EQ(gridRow(1), QStringList({"A", "C"}));
-    EXPECT_EQ(c->ColPosition(), 2);
 
     // A database failure is reported with the caption and changes nothing.
     editor().setWindowTitle("Orders");
@@ -487,8 +469,7 @@ TEST_F(ColumnCommandsTest, DeletingAsksTheTemplatesOnlyForAStoredColumnAndOnlyMa
     trigger("Delete");
     trigger("Clear");
     EXPECT_EQ(boxes(*app), QStringList(2, "Critical Orders: ORA-03113"));
-    EXPECT_FALSE(a->ColumnDeleted());
-    EXPECT_NE(a->Field(), nullptr);
+    EXPECT_TRUE(!a->ColumnDeleted() && a->Field());
     EXPECT_TRUE(enabled("Right")) << "the toolbar still follows the current column";
 }
 
@@ -502,8 +483,7 @@ TEST_F(ColumnCommandsTest, MovingIsAChangeOnlyWhenTheDatabaseKeepsTheOrder) {
         trigger("Right");
         EXPECT_EQ(gridRow(1), QStringList({"B", "A", "C"}));
         EXPECT_EQ(changeCount(), editorPosition ? 1 : 0);
-        EXPECT_EQ(a->ColPosition(), 2);
-        EXPECT_TRUE(a->Dirty());
+        EXPECT_TRUE(a->ColPosition() == 2 && a->Dirty());
         EXPECT_EQ(a->Position(), 1) << "the record position is not the display order";
         EXPECT_EQ(grid().selectionModel()->selectedIndexes().size(), 6);
         EXPECT_EQ(states({"Left", "Right"}), "Left=1 Right=1") << "the moved column stays current";
@@ -522,13 +502,10 @@ TEST_F(ColumnCommandsTest, ClearingKeepsTheKeyOnlyOfAColumnWithAStoredField) {
     click(3, 1);
     trigger("mnuColClear");
 
-    EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_FALSE(b->KeyDeleted());
-    EXPECT_TRUE(query->log.join('\n').contains("a.Field_Id = 12"));
-    EXPECT_TRUE(c->KeyDeleted());
+    EXPECT_FALSE(b->Field() || b->KeyDeleted());
+    EXPECT_TRUE(query->log.join('\n').contains("a.Field_Id = 12") && c->KeyDeleted());
     EXPECT_EQ(c->KeyFld_Id(), 45) << "a stored key goes when the document is saved";
-    EXPECT_EQ(gridRow(4), QStringList({"", "1", ""}));
-    EXPECT_EQ(gridRow(6), QStringList({"1", "", ""}));
+    EXPECT_EQ(gridRow(4) + gridRow(6), QStringList({"", "1", "", "1", "", ""}));
     EXPECT_EQ(c->Position(), 3) << "the model keeps it until the user types one";
     EXPECT_FALSE(enabled("DelKey"));
     EXPECT_FALSE(editor().IsValid("Save")) << "for want of a position";
@@ -559,9 +536,7 @@ TEST_F(ColumnCommandsTest, ToolbarAndPopUpsFollowTheColumnsKeyAndField) {
     EXPECT_EQ(states(EditButtons), "Delete=1 ReName=1 Key=0 DelKey=0 Field=1 DelField=1");
     forgetChanges();
     trigger("DelField");
-    EXPECT_EQ(c->Field(), nullptr);
-    EXPECT_EQ(text(4, 3), "");
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_TRUE(!c->Field() && text(4, 3).isEmpty() && changeCount() == 1);
     EXPECT_EQ(rightClick(4, 3), "mnuDropDown: mnuAddField=1 mnuEditField=0 mnuDeleteField=0");
     EXPECT_EQ(states(EditButtons), "Delete=1 ReName=1 Key=1 DelKey=0 Field=1 DelField=0");
 
@@ -605,22 +580,19 @@ TEST_F(ColumnCommandsTest, DetectProposesAppendsOnOkAndReportsOnlyDifferences) {
     }};
     trigger("Detect");
     EXPECT_EQ(proposed.join('|'), "Time Stamp (moves)|Cell|Drops|cell_2");
-    EXPECT_EQ(columnCount(), 1);
-    EXPECT_EQ(changeCount(), 0);
+    EXPECT_TRUE(columnCount() == 1 && changeCount() == 0);
 
     app->modalHandlers = {[](QDialog&) { return int(QDialog::Accepted); }};
     trigger("mnuColDetect");
-    EXPECT_EQ(gridRow(1).join('|'), "Time Stamp|Cell|Drops|cell_2");
-    EXPECT_EQ(gridRow(2).join('|'), "Date|String|Integer|Float");
-    EXPECT_EQ(gridRow(6).join('|'), "2|1|3|4");
+    EXPECT_EQ((gridRow(1) + gridRow(2) + gridRow(6)).join('|'),
+              "Time Stamp|Cell|Drops|cell_2|Date|String|Integer|Float|2|1|3|4");
     EXPECT_EQ(changeCount(), 1);
 
     // A second pass finds only what differs and changes nothing.
     source.columns = {{"Drops", "F", 5}, {"Lost", "I", 1}};
     app->modalHandlers.clear();
     trigger("Detect");
-    EXPECT_EQ(columnCount(), 4);
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_TRUE(columnCount() == 4 && changeCount() == 1);
     source.error = "The file \"x\" does not exist.";
     trigger("Detect");
     EXPECT_EQ(boxes(*app).join('|'),
@@ -723,12 +695,9 @@ TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsInsertedAndAnEditedStoredOn
     trigger("Key");
 
     EXPECT_EQ(opened, QStringList{"key 2"}) << "the next free ordinal is offered";
-    EXPECT_EQ(c->KeyEntity_Id(), 6);
-    EXPECT_EQ(c->KeyFld_Id(), 20);
-    EXPECT_TRUE(c->KeyAdded() && c->Dirty());
+    EXPECT_TRUE(c->KeyEntity_Id() == 6 && c->KeyFld_Id() == 20 && c->KeyAdded() && c->Dirty());
     EXPECT_EQ(text(3, 4) + "|" + text(3, 5), "2|Site: SiteId") << "the selector's name alone";
-    EXPECT_EQ(changeCount(), 1);
-    EXPECT_TRUE(enabled("DelKey"));
+    EXPECT_TRUE(changeCount() == 1 && enabled("DelKey"));
 
     nextDialogs();
     keySelectorAnswers(false, QStringLiteral("5"));
@@ -741,9 +710,8 @@ TEST_F(ColumnKeyFieldTest, AKeyAddedToAStoredColumnIsInsertedAndAnEditedStoredOn
     keySelectorAnswers(false, QStringLiteral("3"));
     trigger("Key");
     EXPECT_EQ(opened, QStringList{"key 1"}) << "the selector opens on the key's own ordinal";
-    EXPECT_EQ(a->KeyFld_Name(), "Cell: cell_name");
+    EXPECT_EQ(a->KeyFld_Name() + text(1, 4), "Cell: cell_name3");
     EXPECT_TRUE(a->KeyDirty());
-    EXPECT_EQ(text(1, 4), "3");
 
     nextDialogs();
     dialogsAreCancelled();
@@ -775,14 +743,12 @@ TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped
 
     trigger("DelKey");
 
-    EXPECT_FALSE(site->Is_Key() || site->KeyDeleted());
+    EXPECT_FALSE(site->Is_Key() || site->KeyDeleted() || changeCount());
     EXPECT_EQ(text(3, 4) + text(3, 5), "");
-    EXPECT_EQ(changeCount(), 0);
 
     click(2, 1);
     trigger("Clear");
-    EXPECT_EQ(copied->Field(), nullptr);
-    EXPECT_FALSE(copied->FieldDeleted());
+    EXPECT_FALSE(copied->Field() || copied->FieldDeleted());
 }
 
 TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarkedOrUnmapped) {
@@ -797,8 +763,7 @@ TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarked
     EXPECT_EQ(boxes(*app), QStringList{"Critical CANNOT USE DUPLICATE FIELD NAMES: Field name is "
                                        "in use.\r\nPlease select a different name."});
     EXPECT_EQ(text(3, 3), "Drops");
-    EXPECT_TRUE(c->FieldAdded() && c->Dirty());
-    EXPECT_EQ(changeCount(), 1);
+    EXPECT_TRUE(c->FieldAdded() && c->Dirty() && changeCount() == 1);
     EXPECT_EQ(rightClick(3, 3), "mnuDropDown: mnuAddField=0 mnuEditField=1 mnuDeleteField=1")
         << "a field added in this edit";
     trigger("mnuDeleteField");
@@ -809,17 +774,14 @@ TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarked
     fieldEditorNames(QStringLiteral("Volume2"));
     trigger("Field");
     EXPECT_EQ(opened, QStringList{" Update Data Source Field CELL: Volume | Integer"});
-    EXPECT_EQ(b->Field(), volume);
-    EXPECT_TRUE(b->FieldDirty());
+    EXPECT_TRUE(b->Field() == volume && b->FieldDirty() && changeCount() == 3);
     EXPECT_EQ(text(2, 3), "Volume2");
-    EXPECT_EQ(changeCount(), 3);
 
     b->setFieldAdded(true);
     nextDialogs();
     fieldEditorNames(QStringLiteral("Volume3"));
     trigger("mnuEditField");
-    EXPECT_TRUE(b->FieldAdded());
-    EXPECT_FALSE(b->FieldDirty());
+    EXPECT_TRUE(b->FieldAdded() && !b->FieldDirty());
     EXPECT_EQ(text(2, 3), "Volume3");
 
     nextDialogs();
@@ -830,8 +792,7 @@ TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarked
     // Clearing unmaps a stored field of a stored column in a stored document.
     click(2, 1);
     trigger("Clear");
-    EXPECT_EQ(b->Field(), nullptr);
-    EXPECT_TRUE(b->FieldDeleted());
+    EXPECT_TRUE(!b->Field() && b->FieldDeleted());
 }
 
 TEST_F(ColumnKeyFieldTest, DoubleClicksOnFieldAndKeyRowsOpenTheRightDialog) {
