@@ -45,11 +45,10 @@ protected:
 
 TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClosesWithNoField) {
     dialog.Initialize("Select Entity for this Data Source", 2, "System", 0);
-    EXPECT_TRUE(dialog.EntityOnly());
-    EXPECT_EQ(tree()->showFields, 0);
-    EXPECT_TRUE(filter("cboTypeFilter")->isHidden());
-    EXPECT_EQ(tree()->treeOwner, "system");
-    EXPECT_EQ(dialog.width(), 283);
+    EXPECT_TRUE(dialog.EntityOnly() && filter("cboTypeFilter")->isHidden());
+    EXPECT_EQ(
+        QString("%1|%2|%3").arg(tree()->showFields).arg(tree()->treeOwner).arg(dialog.width()),
+        "0|system|283");
     tree()->selectedKey = "4";
     press(1);
     expectRefused("Entity");
@@ -58,21 +57,20 @@ TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClos
     tree()->selectedKey = "3";
     tree()->selectedFields = {std::make_shared<FakeField>(8, "drops")};
     press(1);
-    EXPECT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    EXPECT_TRUE(dialog.Ok() && dialog.result() == QDialog::Accepted && !dialog.Field());
     EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
-    EXPECT_EQ(dialog.Field(), nullptr);
 }
 
 TEST_F(FSelectEntityTreeTest,
        FieldModeWithOnlyAnEntityAsksForAFieldCancelLeavesOkFalseAndAChosenFieldConfirms) {
     dialog.Initialize("Select Key Field", 0, "Cell", 8);
-    EXPECT_EQ(tree()->showFields, 1);
-    EXPECT_EQ(tree()->selectedItem, 8);
-    EXPECT_EQ(filter("cboTypeFilter")->currentText(), "External");
-    EXPECT_EQ(tree()->fieldTypeFilter, "X");
-    EXPECT_EQ(filter("cboTechTypeFilter")->count(), dictionary->technologyTypes.size());
-    EXPECT_EQ(dialog.width(), 820);
+    EXPECT_EQ(QString("%1|%2|%3|%4|%5|%6")
+                  .arg(tree()->showFields)
+                  .arg(tree()->selectedItem)
+                  .arg(filter("cboTypeFilter")->currentText(), tree()->fieldTypeFilter)
+                  .arg(filter("cboTechTypeFilter")->count())
+                  .arg(dialog.width()),
+              "1|8|External|X|3|820");
     tree()->selectedKey = "3";
     press(1);
     expectRefused("Field");
@@ -80,15 +78,13 @@ TEST_F(FSelectEntityTreeTest,
     filter("cboTechTypeFilter")->setCurrentText("LTE");
     EXPECT_EQ(tree()->techTypeFilter, QVariant(2));
     press(0);
-    EXPECT_FALSE(dialog.Ok());
-    EXPECT_EQ(dialog.result(), QDialog::Rejected);
+    EXPECT_TRUE(!dialog.Ok() && dialog.result() == QDialog::Rejected);
 
     // Choosing a field in the tree confirms at once.
     const auto field = std::make_shared<FakeField>(8, "cell_id");
     tree()->selectedFields = {field};
     emit tree()->FieldChosen(field, "3");
-    EXPECT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.Field(), field);
+    EXPECT_TRUE(dialog.Ok() && dialog.Field() == field);
     EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
 }
 
@@ -167,9 +163,8 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
 TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothing) {
     open(499, 10);
     EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Cell: CellId");
-    EXPECT_EQ(upDown()->value(), 499);
-    EXPECT_EQ(dialog.FieldId(), 10);
-    EXPECT_EQ(dialog.EntityID(), 0);
+    EXPECT_EQ(QList<qint32>({upDown()->value(), dialog.FieldId(), dialog.EntityID()}),
+              QList<qint32>({499, 10, 0}));
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton); // no handler: the tree is cancelled
     EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
     EXPECT_FALSE(button("cmdOk")->isEnabled());
@@ -179,21 +174,18 @@ TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothin
     EXPECT_EQ(ordinalBox()->text(), "499");
     QTest::keyClick(ordinalBox(), Qt::Key_Home);
     QTest::keyClick(ordinalBox(), Qt::Key_Delete);
-    EXPECT_EQ(dialog.Ordinal(), 99);
-    EXPECT_EQ(upDown()->value(), 99);
+    EXPECT_TRUE(dialog.Ordinal() == 99 && upDown()->value() == 99);
     typeOrdinal("499");
     upDown()->stepUp();
     upDown()->stepUp();
     EXPECT_EQ(ordinalBox()->text(), "500");
     EXPECT_TRUE(button("cmdOk")->isEnabled());
     EXPECT_EQ(pressOk(), QString());
-    EXPECT_FALSE(dialog.Cancel());
-    EXPECT_EQ(dialog.Ordinal(), 500);
+    EXPECT_TRUE(!dialog.Cancel() && dialog.Ordinal() == 500);
 
     open(2, 10);
     QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Cancel());
-    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_TRUE(dialog.Cancel() && !dialog.isVisible());
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
@@ -211,12 +203,11 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     open(2, 10);
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
-    EXPECT_EQ(widgets->lastTree->mode, 0);
     EXPECT_EQ(widgets->lastTree->loads, QStringList{"CELL|Traffic"});
-    EXPECT_EQ(widgets->lastTree->selectedItem, 10);
+    EXPECT_EQ(QList<qint32>({widgets->lastTree->mode, widgets->lastTree->selectedItem,
+                             dialog.FieldId(), dialog.EntityID()}),
+              QList<qint32>({0, 10, 20, 6}));
     EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
-    EXPECT_EQ(dialog.FieldId(), 20);
-    EXPECT_EQ(dialog.EntityID(), 6);
     EXPECT_TRUE(button("cmdOk")->isEnabled());
 
     app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });
@@ -227,8 +218,7 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     // A failing selection is reported under the caption and keeps the field.
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(boxes(*app), QStringList{"Critical Select Key Field: ORA-03113"});
-    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
-    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_TRUE(dialog.FieldName() == "Site: SiteId" && dialog.isVisible());
 }
 
 } // namespace

@@ -76,16 +76,16 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
         EXPECT_TRUE(child(dialog, name)->isEnabled()) << name;
     for (const char* name : {"txtDescription", "cboTimeAggregator", "cmdOk"})
         EXPECT_FALSE(child(dialog, name)->isEnabled()) << name;
-    EXPECT_EQ(dialog.windowTitle(), " Update Data Source Field CELL: Volume");
-    EXPECT_EQ(box("txtHeadingRow2")->text(), "kB");
-    EXPECT_EQ(list("cboDataType")->currentText(), "String");
-    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Average");
-    EXPECT_EQ(list("cboElementAggregator")->currentText(), "Sum");
+    EXPECT_EQ(
+        QStringList({dialog.windowTitle(), box("txtHeadingRow2")->text(),
+                     list("cboDataType")->currentText(), list("cboTimeAggregator")->currentText(),
+                     list("cboElementAggregator")->currentText(), label("lblExt(2)")->text(),
+                     box("txtExt(1)")->text()}),
+        QStringList({" Update Data Source Field CELL: Volume", "kB", "String", "Average", "Sum",
+                     "Region:", "Acme"}));
     EXPECT_EQ(tech().mask, 5);
-    EXPECT_TRUE(box("txtExt(0)")->isHidden()); // the pairs shown count from 1
-    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtExt(3)"), nullptr);
-    EXPECT_EQ(label("lblExt(2)")->text(), "Region:");
-    EXPECT_EQ(box("txtExt(1)")->text(), "Acme");
+    // The pairs shown count from 1.
+    EXPECT_TRUE(box("txtExt(0)")->isHidden() && !dialog.findChild<QLineEdit*>("txtExt(3)"));
     const QFont font = box("txtStyle")->font();
     EXPECT_TRUE(font.bold() && font.underline() && !font.italic());
     EXPECT_EQ(box("txtStyle")->palette().color(QPalette::Text), QColor(255, 0, 0));
@@ -139,13 +139,11 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     dictionary->pairs = {{{"Average", "Maximum"}, 31}};
     app->ownerId = 77;
     open(nullptr);
-    EXPECT_EQ(dialog.IAppForm_Name(), "Create New Data Source Field For CELL");
-    EXPECT_EQ(list("cboDataType")->currentText(), "Float");
-    EXPECT_FALSE(list("cboDataType")->isEnabled());
-    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Sum");
-    EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
-    EXPECT_EQ(tech().initializations, 1);
-    EXPECT_FALSE(dialog.Modified());
+    EXPECT_EQ(QStringList({dialog.IAppForm_Name(), list("cboDataType")->currentText(),
+                           list("cboTimeAggregator")->currentText()}),
+              QStringList({"Create New Data Source Field For CELL", "Float", "Sum"}));
+    EXPECT_TRUE(!list("cboDataType")->isEnabled() && dialog.IAppForm_IsLoadOk());
+    EXPECT_TRUE(tech().initializations == 1 && !dialog.Modified());
     press("cmdHelp");
     EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
     tech().check(3);
@@ -166,8 +164,7 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     retype(box("txtName"), " Drops_1 ");
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    ASSERT_TRUE(dialog.Ok() && dialog.result() == QDialog::Accepted);
     const auto& field = static_cast<FakeField&>(*dialog.Field());
     ASSERT_EQ(field.saves.size(), 1);
     const FieldSaveRequest& r = field.saves.at(0);
@@ -188,8 +185,7 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     open(stored);
     press("cmdOk"); // unchanged: closes without saving
     EXPECT_FALSE(dialog.isVisible() || dialog.Ok());
-    EXPECT_TRUE(stored->saves.isEmpty());
-    EXPECT_TRUE(query->log.isEmpty());
+    EXPECT_TRUE(stored->saves.isEmpty() && query->log.isEmpty());
     dialog.show();
     QTest::keyClicks(box("txtExt(1)"), "x");
     EXPECT_TRUE(dialog.Modified());
@@ -203,12 +199,10 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     dictionary->chosenStyle = 2;
     dictionary->chosenStyleColour = 0xFF0000;
     QTest::mouseDClick(box("txtStyle"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Modified());
-    EXPECT_TRUE(box("txtStyle")->font().italic());
+    EXPECT_TRUE(dialog.Modified() && box("txtStyle")->font().italic());
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.Field(), stored);
+    ASSERT_TRUE(dialog.Ok() && dialog.Field() == stored);
     ASSERT_EQ(stored->saves.size(), 1);
     const FieldSaveRequest& r = stored->saves.at(0);
     EXPECT_EQ(QList<qint32>({r.fieldId, r.technologyMask, r.style, r.styleColour}),
@@ -255,8 +249,8 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     dictionary->pairs = {{{"Average", ""}, 9}};
     open(stored);
     EXPECT_EQ(label("lblTimeAggregator")->text(), "Aggrega&tor:");
-    EXPECT_FALSE(list("cboElementAggregator")->isVisible());
-    EXPECT_FALSE(label("lblElementAggregator")->isVisible());
+    EXPECT_FALSE(list("cboElementAggregator")->isVisible() ||
+                 label("lblElementAggregator")->isVisible());
     retype(box("txtHeadingRow1"), "V");
     press("cmdOk");
     ASSERT_TRUE(dialog.Ok());
