@@ -221,7 +221,6 @@ TEST_F(XDataSourcesGenTest, ThePreviewFollowsTheEditorAndSaysWhyNothingShows) {
     } steps[] = {
         {file.fileName(), ",", "a,b,|1,2,3", "Records 2 have a different number of fields"},
         {file.fileName(), ":", "a,b|1,2,3", "All 2 record"},
-        {dir.path(), ",", "", "is a folder"},
         {dir.filePath("gone.csv"), ",", "", "does not exist"},
     };
     for (const auto& step : steps) {
