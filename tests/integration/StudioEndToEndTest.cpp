@@ -782,8 +782,8 @@ TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
     EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
 }
 
-// A CSV with a header: Detect Columns lays it out and the saved document checks clean against the
-// file.
+// A CSV with a header: Detect Columns lays it out, the saved document checks clean against the
+// file, and a column renamed in the file is named by the check.
 TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     QTemporaryDir dir;
     const QString path = dir.filePath("cells.csv");
@@ -815,6 +815,9 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     EXPECT_EQ(lastMessage() + gridRow(*doc, Rows::Field),
               "The file matches the definition.||||Call_Attempts");
     EXPECT_EQ(count("qvd_dict_name", "name = 'Call_Attempts'"), 1);
+    writeCsv("Cell,When,Dropped,Rate,Call_Attempts");
+    EXPECT_EQ(doc->CheckFile(), QStringList{"Column \"Drops\" is at position 3, where the "
+                                            "file's header has \"Dropped\"."});
 
     // A stored layout: the appended column's row exists before its field is mapped.
     writeCsv("Cell,When,Drops,Rate,Call_Attempts,HO_Attempts");
