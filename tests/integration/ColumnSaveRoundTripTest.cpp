@@ -77,7 +77,7 @@ TEST_P(ColumnSaveRoundTripTest, LoadColumnsFillsTheModel) {
     CDataSourcesColumns columns;
     columns.LoadColumns(1);
     ASSERT_EQ(columns.Count(), 4);
-    EXPECT_TRUE(columns.EDS_Id() == 1 && columns.TSColumn() == columns.Item(1));
+    EXPECT_EQ(std::tuple(columns.EDS_Id(), columns.TSColumn()), std::tuple(1, columns.Item(1)));
     EXPECT_EQ(columns.Item(1)->Column_Name(), "Time Stamp");
     const auto key = columns.Item("CELL");
     EXPECT_EQ(
@@ -88,7 +88,7 @@ TEST_P(ColumnSaveRoundTripTest, LoadColumnsFillsTheModel) {
     EXPECT_EQ(key->Field(), nullptr);
     const auto mapped = columns.Item("HO_ATTEMPTS");
     ASSERT_NE(mapped->Field(), nullptr);
-    EXPECT_TRUE(mapped->Field()->Field_Id() == 28 && !mapped->Is_Key());
+    EXPECT_EQ(std::tuple(mapped->Field()->Field_Id(), mapped->Is_Key()), std::tuple(28, false));
     EXPECT_EQ(mapped->Column_Type() + QString::number(mapped->ColPosition()),
               withEditorPosition() ? "I3" : "I0");
     // Nulls of the outer joins read as zero and empty.
@@ -168,7 +168,8 @@ TEST_P(ColumnSaveRoundTripTest, CreateFieldRefusesWhatTheDictionaryForbidsAndLea
     // The name is taken regardless of case: the database's unique index says so.
     errorOfCall(MSQL::CreateFieldProcedure, createField(4, 7, "cell_NAME"));
     errorOfCall(MSQL::CreateFieldProcedure, {integer(QVariant()), integer(1)});
-    EXPECT_TRUE(count("qvd_field_def") == fields && count("qvd_eds_def", "col_id = 4") == 0);
+    EXPECT_EQ(std::tuple(count("qvd_field_def"), count("qvd_eds_def", "col_id = 4")),
+              std::tuple(fields, 0));
 
     // Unknown procedures and anything but a plain name are refused.
     errorOfCall("eds_client.nosuch", {integer(1)});
@@ -197,8 +198,9 @@ TEST_P(ColumnSaveRoundTripTest, DeleteColumnTakesItsKeyItsMappingAndItsUnusedExt
 
     // The key column's key row goes; its key field belongs to the system and stays.
     db->CallProcedure("eds_client.deletecolumn", {integer(2)});
-    EXPECT_TRUE(count("eds_primarykey", "col_id = 2") == 0 &&
-                count("qvd_field_def", "field_id = 1") == 1);
+    EXPECT_EQ(
+        std::tuple(count("eds_primarykey", "col_id = 2"), count("qvd_field_def", "field_id = 1")),
+        std::tuple(0, 1));
 
     // An EXT field that a report template uses stays.
     db->ExecuteStatement("INSERT INTO pm_templatefield (templateid, field_id) VALUES(2, 29)");

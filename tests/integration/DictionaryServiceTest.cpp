@@ -61,7 +61,8 @@ TEST_P(DictionaryServiceTest, EntitiesAndTheExternalDataRule) {
     ASSERT_TRUE(cell);
     EXPECT_EQ(cell->Entity_Name() + cell->Entity_Label() + QString::number(cell->ParentId()),
               "CellCell6");
-    EXPECT_TRUE(cell->FieldId("cell_name") > 0 && !service->EntityById(99));
+    EXPECT_GT(cell->FieldId("cell_name"), 0);
+    EXPECT_FALSE(service->EntityById(99));
 
     // Region and Network are computed by the system; unknown and malformed keys find nothing.
     EXPECT_TRUE(service->ExternalDataEntity("Traffic", "7"));
@@ -111,7 +112,9 @@ TEST_P(DictionaryServiceTest, BatchLookupReadsTheFieldsAndTheTechnologyNamesOnce
     EXPECT_EQ(recorded.FieldsByIds(many.join(QLatin1Char(','))).size(), 29);
     EXPECT_EQ(recorder.selects.size(), 4);
 
-    EXPECT_TRUE(recorded.FieldsByIds("0,0").isEmpty() && recorded.FieldsByIds(QString()).isEmpty());
+    EXPECT_EQ(
+        std::tuple(recorded.FieldsByIds("0,0").size(), recorded.FieldsByIds(QString()).size()),
+        std::tuple(0, 0));
     EXPECT_EQ(recorder.selects.size(), 4);
 
     EXPECT_TRUE(service->FieldById("Traffic", 3));
@@ -174,7 +177,7 @@ TEST_P(DictionaryServiceTest, StyleChooserTakesFontAndColour) {
     qint32 style = 2 | 8;
     qint32 colour = 0;
     ASSERT_TRUE(service->ChooseStyle(style, colour, nullptr));
-    EXPECT_TRUE(style == (4 | 8) && colour == 0x563412);
+    EXPECT_EQ(std::tuple(style, colour), std::tuple(4 | 8, 0x563412));
     EXPECT_EQ(app->modalShown, QStringList({"FieldStyleDialog", "dlgColour"}));
 
     app->modalHandlers.clear();
@@ -186,7 +189,7 @@ TEST_P(DictionaryServiceTest, StyleChooserTakesFontAndColour) {
         return dialog.result();
     });
     EXPECT_FALSE(service->ChooseStyle(style, colour, nullptr));
-    EXPECT_TRUE(style == (4 | 8) && colour == 0x563412);
+    EXPECT_EQ(std::tuple(style, colour), std::tuple(4 | 8, 0x563412));
 }
 
 TEST_P(DictionaryServiceTest, StoredFieldIsWrittenAtOnce) {
@@ -244,7 +247,8 @@ TEST_P(DictionaryServiceTest, TakenNamesAndRefusalsChangeNothing) {
     QVariant result;
 
     EXPECT_FALSE(attempts->Save(requestFor(4, " cell_NAME "), result));
-    EXPECT_TRUE(attempts->LastError().code == 2 && attempts->LastError().flag);
+    EXPECT_EQ(std::tuple(attempts->LastError().code, attempts->LastError().flag),
+              std::tuple(2, true));
     EXPECT_EQ(attempts->Field_Name(), "Call_Attempts");
 
     // Its own name in another case is no clash; a name of another entity is none either.
@@ -259,8 +263,9 @@ TEST_P(DictionaryServiceTest, TakenNamesAndRefusalsChangeNothing) {
     badMask.technologyMask = 16;
     for (const FieldSaveRequest& request : {badType, badPair, badMask}) {
         EXPECT_FALSE(attempts->Save(request, result));
-        EXPECT_TRUE(attempts->LastError().code == 1 && !attempts->LastError().flag &&
-                    !attempts->LastError().description.isEmpty());
+        EXPECT_EQ(std::tuple(attempts->LastError().code, attempts->LastError().flag,
+                             attempts->LastError().description.isEmpty()),
+                  std::tuple(1, false, false));
     }
     EXPECT_EQ(text("SELECT name v FROM qvd_dict_name WHERE field_id = 4"), "Site_Name");
 
@@ -268,7 +273,8 @@ TEST_P(DictionaryServiceTest, TakenNamesAndRefusalsChangeNothing) {
     const auto region = field(27);
     db->ExecuteStatement("DELETE FROM qvd_field_def WHERE field_id = 27");
     EXPECT_FALSE(region->Save(requestFor(27, "Region_Label", 2), result));
-    EXPECT_TRUE(region->LastError().code == 1 && region->Field_Name() == "Region_Name");
+    EXPECT_EQ(std::tuple(region->LastError().code, region->Field_Name()),
+              std::tuple(1, QString("Region_Name")));
     EXPECT_THAT(region->LastError().description.toStdString(), HasSubstr("27"));
 }
 

@@ -34,8 +34,9 @@ INSTANTIATE_TEST_SUITE_P(Databases, SqlQueryServiceTest, AllDatabases(), targetN
 TEST_P(SqlQueryServiceTest, NewDatabaseHoldsTheSchemaAndTheDemoDictionaryAndReopensAsItIs) {
     EXPECT_TRUE(db->SetUpOnOpen());
     EXPECT_EQ(db->ColumnExists("eds_column", "editor_position"), withEditorPosition());
-    EXPECT_TRUE(db->ColumnExists("EDS_COLUMN", "Col_Name") &&
-                !db->ColumnExists("no_such_table", "col_name"));
+    EXPECT_EQ(std::tuple(db->ColumnExists("EDS_COLUMN", "Col_Name"),
+                         db->ColumnExists("no_such_table", "col_name")),
+              std::tuple(true, false));
     const auto group = db->OpenRecordset(MSQL::ExternalFieldGroupQuery());
     EXPECT_EQ(QList<qint32>({db->ColumnWidth("eds_column", "col_name"),
                              db->ColumnWidth("QVD_DICT_FIELD", "field_name"),
@@ -72,8 +73,9 @@ TEST_P(SqlQueryServiceTest, QuotesRoundTripThroughSetAndValueLists) {
     EXPECT_EQ(columnName(201), obrien);
 
     db->ExecuteStatement(MSQL::UpdateColumn(201, "D'Arcy", "I", 10, 3));
-    EXPECT_TRUE(columnName(201) == "D'Arcy" &&
-                count("eds_column", "col_id = 201 AND col_position = 10") == 1);
+    EXPECT_EQ(
+        std::tuple(columnName(201), count("eds_column", "col_id = 201 AND col_position = 10")),
+        std::tuple(QString("D'Arcy"), 1));
 
     db->ExecuteStatement(
         QStringLiteral("INSERT INTO eds_document (id, name, description, eds_type, "
@@ -102,9 +104,10 @@ TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessageWithoutP
 
     // The field-name check quotes the name as it stands, so a quote breaks the statement.
     EXPECT_THROW(ColumnSave::FieldNameInUse("O'Brien", 7, 0), Error);
-    EXPECT_TRUE(ColumnSave::FieldNameInUse(" cell_name ", 7, 0) &&
-                !ColumnSave::FieldNameInUse("cell_name", 7, 1) &&
-                !ColumnSave::FieldNameInUse("cell_name", 6, 0));
+    EXPECT_EQ(std::tuple(ColumnSave::FieldNameInUse(" cell_name ", 7, 0),
+                         ColumnSave::FieldNameInUse("cell_name", 7, 1),
+                         ColumnSave::FieldNameInUse("cell_name", 6, 0)),
+              std::tuple(true, false, false));
 
     // What a failing statement writes to a password column is hidden where the error shows it,
     // PostgreSQL's "Failing row contains (...)" included.
@@ -132,8 +135,9 @@ TEST_P(SqlQueryServiceTest, RecordsetsReadForwardWithFieldNamesInAnyCase) {
     EXPECT_EQ(names, QStringList({"Time Stamp", "CELL", "HO_ATTEMPTS", "COMMENT"}));
     EXPECT_THROW(rst->Value("col_name"), Error);
     rst->MoveFirst();
-    EXPECT_TRUE(db->ValueAsBoolean(rst->Value("timestamp")) &&
-                db->ValueAsLong(rst->Value("Col_Id")) == 1);
+    EXPECT_EQ(std::tuple(db->ValueAsBoolean(rst->Value("timestamp")),
+                         db->ValueAsLong(rst->Value("Col_Id"))),
+              std::tuple(true, 1));
     EXPECT_THAT(errorOf([&] { rst->Value("nosuch"); }), HasSubstr("nosuch"));
     // A name once resolved reads each row's own value; an unknown one fails every time.
     rst->MoveNext();
@@ -155,7 +159,7 @@ TEST_P(SqlQueryServiceTest, RecordsetsReadForwardWithFieldNamesInAnyCase) {
     const auto odbc = db->OpenRecordset(MSQL::OdbcSettingsQuery(2));
     EXPECT_EQ(odbc->Value("DB_Server").toString(), "pmdb01");
     const QVariant password = odbc->Value("DB_Password");
-    EXPECT_TRUE(password.isNull() && !password.isValid());
+    EXPECT_EQ(std::tuple(password.isNull(), password.isValid()), std::tuple(true, false));
 
     EXPECT_EQ(db->OpenRecordset("UPDATE eds_document SET description = 'x' WHERE id = 2"), nullptr);
 }
@@ -187,7 +191,7 @@ TEST_P(SqlQueryServiceTest, ATransactionCommitsOrChangesNothing) {
         insertColumn(201, "ROLLED_BACK", 9);
         EXPECT_THROW(insertColumn(202, "CLASHES", 9), Error);
     }
-    EXPECT_TRUE(!db->InTransaction() && count("eds_column") == before);
+    EXPECT_EQ(std::tuple(db->InTransaction(), count("eds_column")), std::tuple(false, before));
 
     db->BeginTransaction();
     EXPECT_THROW(db->BeginTransaction(), Error);
@@ -311,7 +315,8 @@ TEST_P(SqlQueryServiceTest, TheNextStatementOutsideATransactionReconnects) {
     dropConnections();
     lost([&] { count("qvn_entity"); });
     EXPECT_FALSE(db->IsConnected());
-    EXPECT_TRUE(count("qvn_entity") > 0 && db->IsConnected());
+    EXPECT_GT(count("qvn_entity"), 0);
+    EXPECT_TRUE(db->IsConnected());
     EXPECT_EQ(scalar("SELECT current_setting('statement_timeout') AS v"), "1min")
         << "the new session lacks the time-out";
 

@@ -315,7 +315,8 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_EQ(studio->documentTabs->count(), 0);
 
     DocumentWindow* doc = buildCellDocument();
-    ASSERT_TRUE(doc && doc->IsModified());
+    ASSERT_TRUE(doc);
+    EXPECT_TRUE(doc->IsModified());
     EXPECT_EQ(studio->documentTabs->tabText(0), "New ASCII Data Source*");
     // A name in use, without regard to case and blanks, or too long is asked again.
     app->inputBoxes.clear();
@@ -333,12 +334,14 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     EXPECT_FALSE(doc->IsModified());
     EXPECT_EQ(studio->documentTabs->tabText(0) + "|" + studio->statusBar()->currentMessage(),
               "Cell Counters|Saved \"Cell Counters\"");
-    EXPECT_TRUE(closeCurrent() && studio->documentTabs->count() == 0);
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(studio->documentTabs->count(), 0);
 
     EXPECT_EQ(listing("Cell Counters"), "ASCII Data Sources|Cell|Yes");
 
     DocumentWindow* reopened = reopen("Cell Counters");
-    ASSERT_TRUE(reopened && !reopened->IsModified());
+    ASSERT_TRUE(reopened);
+    EXPECT_FALSE(reopened->IsModified());
     EXPECT_EQ(reopened->lblEntity->text(), "Entity: Cell");
     reopened->columnEditor->setFocus();
     studio->actHelp->trigger();
@@ -358,7 +361,8 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
 
     // Opening it again, also by name as --open does, only shows its tab.
     EXPECT_EQ(reopen("Cell Counters"), reopened);
-    EXPECT_TRUE(studio->OpenDocumentNamed("CELL COUNTERS") && studio->documentTabs->count() == 1);
+    EXPECT_TRUE(studio->OpenDocumentNamed("CELL COUNTERS"));
+    EXPECT_EQ(studio->documentTabs->count(), 1);
     EXPECT_FALSE(studio->OpenDocumentNamed("ASCII Data Sources"));
     EXPECT_TRUE(studio->OpenDocumentNamed("cell traffic feed"));
     EXPECT_EQ(studio->CurrentDocument()->Title(), "Cell Traffic Feed");
@@ -459,9 +463,10 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
                 AllOf(HasSubstr("The data source was not saved; nothing was changed in the "
                                 "database."),
                       HasSubstr("keys are locked for the audit")));
-    EXPECT_TRUE(app->msgBoxes.last().icon == MsgBoxIcon::Critical &&
-                app->pointer == DefaultPointer);
-    EXPECT_TRUE(doc->IsModified() && doc->Document()->DocName().isEmpty());
+    EXPECT_EQ(std::tuple(app->msgBoxes.last().icon, app->pointer),
+              std::tuple(MsgBoxIcon::Critical, DefaultPointer));
+    EXPECT_EQ(std::tuple(doc->IsModified(), doc->Document()->DocName()),
+              std::tuple(true, QString()));
     EXPECT_EQ(studio->CurrentDocument(), doc);
     expectCellLayout(*doc);
 
@@ -471,8 +476,9 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_FALSE(doc->IsModified());
     expectCellLayout(*doc);
     const qint32 id = doc->DocumentId();
-    EXPECT_TRUE(count("eds_column", QStringLiteral("eds_id = %1").arg(id)) == 4 &&
-                count("qvd_dict_name", "name = 'Drops_Ext'") == 1);
+    EXPECT_EQ(std::tuple(count("eds_column", QStringLiteral("eds_id = %1").arg(id)),
+                         count("qvd_dict_name", "name = 'Drops_Ext'")),
+              std::tuple(4, 1));
 
     // A stored document: a column renamed, one deleted, a new key column and a new column with a
     // new field. The rename and the deletion are written before the new key is refused; this time
@@ -494,14 +500,15 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_EQ(savedRows(), stored);
     ASSERT_EQ(app->msgBoxes.size(), 2);
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("keys are locked for the audit"));
-    EXPECT_TRUE(doc->IsModified() && doc->DocumentId() == id);
+    EXPECT_EQ(std::tuple(doc->IsModified(), doc->DocumentId()), std::tuple(true, id));
     const auto expectEdited = [&] {
         EXPECT_EQ(gridRow(*doc, Rows::Name), "Time Stamp|CELL_ID|DROPS|REMARK|EXTRA");
         EXPECT_EQ(gridRow(*doc, Rows::Field), "||Drops_Ext||Extra_Ext");
         EXPECT_EQ(gridRow(*doc, Rows::KeyField), "|Cell: Cell_Name||Cell: CI|");
         const auto remark = doc->Document()->Columns()->Item("REMARK");
         ASSERT_TRUE(remark);
-        EXPECT_TRUE(remark->Key_Ordinal() == 2 && remark->KeyFld_Id() == CellIdentityField);
+        EXPECT_EQ(std::tuple(remark->Key_Ordinal(), remark->KeyFld_Id()),
+                  std::tuple(2, CellIdentityField));
     };
     expectEdited();
 
@@ -566,7 +573,8 @@ TEST_P(StudioEndToEndTest, OpenDatabaseClosesTheDocumentsAndListsTheOtherDatabas
     EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
 
     app->msgBoxAnswers = {MsgBoxResult::No};
-    EXPECT_TRUE(studio->OpenDatabase(other) && studio->OpenDocuments().isEmpty());
+    EXPECT_TRUE(studio->OpenDatabase(other));
+    EXPECT_EQ(studio->OpenDocuments().size(), 0);
     ASSERT_TRUE(switched);
     EXPECT_THAT(switched->DatabaseShown().toStdString(), HasSubstr(other.toStdString()));
     EXPECT_FALSE(listed("Cell Counters"));
@@ -591,7 +599,9 @@ TEST_P(StudioEndToEndTest, ACommittedSaveStaysSavedWhenReadingItBackFails) {
                 HasSubstr("The data source \"Cell Counters\" was saved, but reading it back "
                           "failed"));
     EXPECT_EQ(studio->statusBar()->currentMessage(), "Saved \"Cell Counters\"");
-    EXPECT_TRUE(listed("Cell Counters") && count("eds_document", "name = 'Cell Counters'") == 1);
+    EXPECT_EQ(std::tuple(listed("Cell Counters") != nullptr,
+                         count("eds_document", "name = 'Cell Counters'")),
+              std::tuple(true, 1));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(studio->OpenDocuments().isEmpty());
 }
@@ -616,7 +626,8 @@ TEST_P(StudioEndToEndTest, ClosingAModifiedDocumentAsksToSaveIt) {
 
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     app->inputAnswers = {"Cell Counters"};
-    EXPECT_TRUE(closeCurrent() && studio->OpenDocuments().isEmpty());
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(studio->OpenDocuments().size(), 0);
     ASSERT_TRUE(listed("Cell Counters"));
 
     // Unmodified, it closes without a question.
@@ -633,10 +644,12 @@ TEST_P(StudioEndToEndTest, ClosingAModifiedDocumentAsksToSaveIt) {
     selectColumn(*last, 4);
     command(*last, "Delete")->trigger();
     app->msgBoxAnswers = {MsgBoxResult::Cancel};
-    EXPECT_TRUE(!studio->close() && studio->isVisible());
+    EXPECT_FALSE(studio->close());
+    EXPECT_TRUE(studio->isVisible());
     EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{last});
     app->msgBoxAnswers = {MsgBoxResult::No};
-    EXPECT_TRUE(studio->close() && app->msgBoxes.size() == questions + 2);
+    EXPECT_TRUE(studio->close());
+    EXPECT_EQ(app->msgBoxes.size(), questions + 2);
     EXPECT_EQ(count("eds_column", QStringLiteral("eds_id = %1").arg(id)), 4);
 }
 
@@ -662,11 +675,13 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_EQ(app->msgBoxes.last().prompt,
               "Delete the data source \"Cell Counters\" with all its columns?");
     EXPECT_EQ(app->msgBoxes.last().defaultButton, MsgBoxDefaultButton::Second) << "No";
-    EXPECT_TRUE(listed("Cell Counters") && count("eds_column", ofDocument) == 4);
+    EXPECT_EQ(std::tuple(listed("Cell Counters") != nullptr, count("eds_column", ofDocument)),
+              std::tuple(true, 4));
 
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     studio->actDelete->trigger();
-    EXPECT_TRUE(!listed("Cell Counters") && studio->OpenDocuments().isEmpty());
+    EXPECT_EQ(std::tuple(listing("Cell Counters"), studio->OpenDocuments().size()),
+              std::tuple(QString("<not listed>"), 0));
     EXPECT_EQ(count("eds_document", QStringLiteral("id = %1").arg(id)), 0);
     for (const char* table : {"eds_ascii_file", "eds_column", "eds_primarykey", "qvd_eds_def"})
         EXPECT_EQ(count(QLatin1String(table), ofDocument), 0) << table;
@@ -679,7 +694,8 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     studio->documentTree->setCurrentItem(listed("Cell Traffic Feed"));
     studio->actDelete->trigger();
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
-    EXPECT_TRUE(listed("Cell Traffic Feed") && count("eds_column", "eds_id = 1") == 4);
+    EXPECT_EQ(std::tuple(listed("Cell Traffic Feed") != nullptr, count("eds_column", "eds_id = 1")),
+              std::tuple(true, 4));
 }
 
 // Two sessions on one database: the later save of one data source is told, keeps its edits and
@@ -773,12 +789,14 @@ TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
     for (QAction* change :
          {studio->actNewAscii, studio->actNewOdbc, studio->actSave, studio->actDelete})
         EXPECT_FALSE(change->isEnabled()) << change->objectName().toStdString();
-    EXPECT_TRUE(studio->actOpen->isEnabled() && studio->actClose->isEnabled());
+    EXPECT_EQ(std::tuple(studio->actOpen->isEnabled(), studio->actClose->isEnabled()),
+              std::tuple(true, true));
 
     // What the grid still lets the user try is never written, and closing asks nothing.
     appendColumn(*doc, "EXTRA");
     studio->SaveCurrent();
-    EXPECT_TRUE(closeCurrent() && count("eds_column", "eds_id = 1") == 4);
+    EXPECT_TRUE(closeCurrent());
+    EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
     EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
 }
 
@@ -852,12 +870,14 @@ TEST_P(StudioEndToEndTest, ExportWritesTheSelectionAndImportReplacesOnlyWhenTheU
     studio->ImportFiles({path});
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("exists already"));
-    EXPECT_TRUE(idOf() == stored && studio->OpenDocuments().size() == 1);
+    EXPECT_EQ(std::tuple(idOf(), studio->OpenDocuments().size()), std::tuple(stored, 1));
 
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     studio->ImportFiles({path});
-    EXPECT_TRUE(app->msgBoxes.size() == 2 && idOf() != stored);
-    EXPECT_TRUE(studio->OpenDocuments().isEmpty() && listed(name));
+    EXPECT_EQ(app->msgBoxes.size(), 2);
+    EXPECT_NE(idOf(), stored);
+    EXPECT_EQ(std::tuple(studio->OpenDocuments().size(), listed(name) != nullptr),
+              std::tuple(0, true));
 }
 
 } // namespace Orvane::Testing

@@ -53,12 +53,14 @@ TEST_P(StudioWidgetsTest, TreeOfEntitiesFollowsTheNetwork) {
 
     EXPECT_EQ(tree.SelectedKey(), QString());
     tree.SelectItem(8);
-    EXPECT_TRUE(tree.SelectedKey() == "8" && tree.SelectedFields().isEmpty());
+    EXPECT_EQ(std::tuple(tree.SelectedKey(), tree.SelectedFields().size()),
+              std::tuple(QString("8"), 0));
 
     // A schema naming an entity keeps that entity and the ones above it.
     tree.LoadTree("cell", "Traffic");
     EXPECT_EQ(view.findItems("*", Qt::MatchWildcard | Qt::MatchRecursive).size(), 4);
-    EXPECT_TRUE(findItem(view, "Cell") && !findItem(view, "Trunk Group"));
+    EXPECT_TRUE(findItem(view, "Cell"));
+    EXPECT_FALSE(findItem(view, "Trunk Group"));
 }
 
 TEST_P(StudioWidgetsTest, FieldsFilterSelectAndChoose) {
@@ -106,12 +108,13 @@ TEST_P(StudioWidgetsTest, ChecklistHoldsTheDictionaryTechnologies) {
     QSignalSpy changed(&checklist, &XTechnologies::Changed);
     checklist.setTechnologies(" lte,GSM , WiMAX");
     EXPECT_EQ(checklist.Technologies(), "GSM, LTE");
-    EXPECT_TRUE(checklist.TechnologyMask() == 5 && changed.isEmpty());
+    EXPECT_EQ(std::tuple(checklist.TechnologyMask(), changed.size()), std::tuple(5, 0));
 
     checklist.chkTechnology[1]->click();
-    EXPECT_TRUE(changed.size() == 1 && checklist.TechnologyMask() == 7);
+    EXPECT_EQ(std::tuple(changed.size(), checklist.TechnologyMask()), std::tuple(1, 7));
     checklist.chkTechnology[0]->click();
-    EXPECT_TRUE(changed.size() == 2 && checklist.Technologies() == "UMTS, LTE");
+    EXPECT_EQ(std::tuple(changed.size(), checklist.Technologies()),
+              std::tuple(2, QString("UMTS, LTE")));
 
     // A technology added to the dictionary appears on the next Initialize; the checks stay.
     db->ExecuteStatement("INSERT INTO qvd_technology (tech_id, tech_name, tech_bit) "
@@ -138,7 +141,8 @@ TEST(StudioHelpTest, EachWindowHasItsPage) {
         studio.ShowHelp(context);
         auto* help = mainWindow.findChild<Studio::HelpBrowser*>();
         ASSERT_TRUE(help) << context;
-        EXPECT_TRUE(help->PageShown() == page && help->isVisible());
+        EXPECT_EQ(std::tuple(help->PageShown(), help->isVisible()), std::tuple(page, true))
+            << context;
         EXPECT_TRUE(help->findChild<QTextBrowser*>()->toPlainText().contains("Orvane Studio"))
             << page;
     }
