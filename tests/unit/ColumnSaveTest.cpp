@@ -229,7 +229,8 @@ TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveAndARestoredStateLetsItBeRet
     columns.RestoreState(*keyed);
     ASSERT_EQ(columns.Count(), 3);
     // The same objects, in their order.
-    EXPECT_TRUE(columns.Item(1) == gone && gone->ColumnDeleted() && columns.Item("fresh") == fresh);
+    EXPECT_EQ(std::tuple(columns.Item(1), gone->ColumnDeleted(), columns.Item("fresh")),
+              std::tuple(gone, true, fresh));
     EXPECT_EQ(QList<qint32>({fresh->Column_Id(), fresh->Field_Id(), fresh->Key_Ordinal()}),
               QList<qint32>({0, 0, 1}));
 
@@ -243,8 +244,8 @@ TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirFie
     EXPECT_TRUE(mOrvane::TemplateUseCheck(true, 0));
     ASSERT_EQ(app->msgBoxes.size(), 2);
     // Its text and title are compared where the general tab asks it.
-    EXPECT_TRUE(app->msgBoxes[0].buttons == MsgBoxButtons::YesNo &&
-                app->msgBoxes[0].icon == MsgBoxIcon::Critical);
+    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
+              std::tuple(MsgBoxButtons::YesNo, MsgBoxIcon::Critical));
     EXPECT_TRUE(query->log.isEmpty());
 
     app->msgBoxes.clear();
@@ -257,8 +258,8 @@ TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirFie
               "This column may not be deleted because it is currently in use in \r\n"
               "one or more templates.  It must be removed from the template(s)\r\n"
               "before it may be deleted from this document.|");
-    EXPECT_TRUE(app->msgBoxes[0].buttons == MsgBoxButtons::OKOnly &&
-                app->msgBoxes[0].icon == MsgBoxIcon::Critical);
+    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
+              std::tuple(MsgBoxButtons::OKOnly, MsgBoxIcon::Critical));
 }
 
 } // namespace

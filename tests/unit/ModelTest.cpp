@@ -38,8 +38,8 @@ TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndTheSettingsOfIt
                   {Row{{"FileName", "/data/cells.csv"}, {"separator", ","}}});
     CDataSourcesData doc;
     edit(doc, ascii);
-    EXPECT_TRUE(doc.Entity() == cell && doc.Columns()->Entity() == cell);
-    EXPECT_TRUE(doc.IsTimeSeries() && !doc.IsNew());
+    EXPECT_EQ(std::tuple(doc.Entity(), doc.Columns()->Entity()), std::tuple(cell, cell));
+    EXPECT_EQ(std::tuple(doc.IsTimeSeries(), doc.IsNew()), std::tuple(true, false));
     EXPECT_EQ(
         QList<qsizetype>({doc.DocId(), doc.FreqId(), query->lastTimeout,
                           query->log.filter("FROM eds_column a").filter("a.EDS_Id = 42").size()}),
@@ -100,12 +100,14 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheChosenEntityOrIsCancelled) {
     const auto before = cancelled.Columns();
     EXPECT_FALSE(cancelled.InitNew(ascii) || cancelled.IsNew() || cancelled.Entity());
     // A new, empty collection stays in place.
-    EXPECT_TRUE(cancelled.Columns() != before && cancelled.Columns()->Count() == 0);
+    EXPECT_EQ(std::tuple(cancelled.Columns() == before, cancelled.Columns()->Count()),
+              std::tuple(false, 0));
 
     chooser->answer = cell;
     CDataSourcesData doc;
-    EXPECT_TRUE(doc.InitNew(ascii) && doc.IsNew());
-    EXPECT_TRUE(doc.Entity() == cell && doc.Columns()->Entity() == cell);
+    EXPECT_TRUE(doc.InitNew(ascii));
+    EXPECT_TRUE(doc.IsNew());
+    EXPECT_EQ(std::tuple(doc.Entity(), doc.Columns()->Entity()), std::tuple(cell, cell));
     EXPECT_EQ(chooser->asked, QStringList(2, "Select Entity for this Data Source|System"));
     EXPECT_TRUE(app->modalShown.isEmpty());
 }
@@ -114,7 +116,7 @@ TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistentWithoutCascading) {
     CDataSourcesColumn c;
     c.setFieldAdded(true);
     c.setFieldDirty(true);
-    EXPECT_TRUE(c.FieldDirty() && c.Dirty());
+    EXPECT_EQ(std::tuple(c.FieldDirty(), c.Dirty()), std::tuple(true, true));
     EXPECT_FALSE(c.FieldAdded());
     c.setFieldAdded(true);
     EXPECT_FALSE(c.FieldDirty());
@@ -124,7 +126,8 @@ TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistentWithoutCascading) {
     EXPECT_FALSE(c.Dirty()) << "clearing a flag changes nothing else";
     c.setColumnDeleted(true);
     c.setKeyAdded(true);
-    EXPECT_TRUE(c.ColumnDeleted() && c.Dirty()) << "Dirty is set without its own rule";
+    EXPECT_EQ(std::tuple(c.ColumnDeleted(), c.Dirty()), std::tuple(true, true))
+        << "Dirty is set without its own rule";
     c.setDirty(true);
     EXPECT_FALSE(c.ColumnDeleted());
     c.setKeyDirty(true);
@@ -162,8 +165,10 @@ TEST(ColumnCopies, ACloneFollowsTheSetterOrderAndARenameCopyKeepsTheEditorPositi
     source.setIsTimeStamp(true);
 
     const auto clone = source.Clone();
-    EXPECT_TRUE(clone->Dirty() && !clone->ColumnDeleted() && clone->IsTimeStamp());
-    EXPECT_TRUE(clone->KeyDeleted() && clone->FieldDeleted() && clone->FieldAdded());
+    EXPECT_EQ(std::tuple(clone->Dirty(), clone->ColumnDeleted(), clone->IsTimeStamp()),
+              std::tuple(true, false, true));
+    EXPECT_EQ(std::tuple(clone->KeyDeleted(), clone->FieldDeleted(), clone->FieldAdded()),
+              std::tuple(true, true, true));
     EXPECT_EQ(QList<qint32>({clone->ColPosition(), clone->Column_Id(), clone->Position(),
                              clone->Key_Ordinal()}),
               QList<qint32>({0, 4, 3, 2}));
@@ -175,7 +180,8 @@ TEST(ColumnCopies, ACloneFollowsTheSetterOrderAndARenameCopyKeepsTheEditorPositi
     EXPECT_EQ(renamed.Column_Name(), "Site");
     EXPECT_EQ(QList<qint32>({renamed.ColPosition(), renamed.Column_Id(), renamed.KeyFld_Id()}),
               QList<qint32>({7, 4, 12}));
-    EXPECT_TRUE(renamed.FieldDeleted() && renamed.FieldAdded() && renamed.KeyDeleted());
+    EXPECT_EQ(std::tuple(renamed.FieldDeleted(), renamed.FieldAdded(), renamed.KeyDeleted()),
+              std::tuple(true, true, true));
     EXPECT_FALSE(renamed.ColumnDeleted());
     CDataSourcesColumn clean;
     for (const bool newDocument : {true, false}) {
@@ -223,15 +229,17 @@ TEST(ColumnCollection, AFieldNameCountsAsUsedOnlyOnAnotherColumnRegardlessOfCase
     columns.Add("B");
     EXPECT_FALSE(columns.FieldNameUsedElsewhere(*self, "calls"));
     columns.Add("C")->setField(std::make_shared<FakeField>(2, "CALLS"));
-    EXPECT_TRUE(columns.FieldNameUsedElsewhere(*self, "calls") &&
-                !columns.FieldNameUsedElsewhere(*self, "drops"));
+    EXPECT_EQ(std::tuple(columns.FieldNameUsedElsewhere(*self, "calls"),
+                         columns.FieldNameUsedElsewhere(*self, "drops")),
+              std::tuple(true, false));
 }
 
 TEST(ColumnCollection, KeysAreTrimmedNamesWithoutRegardToCaseInInsertionOrder) {
     CDataSourcesColumns columns;
     const auto first = columns.Add("  Cell Name ");
     EXPECT_EQ(first->Column_Name(), "Cell Name");
-    EXPECT_TRUE(columns.Add("cell name") == first && columns.Item("CELL NAME") == first);
+    EXPECT_EQ(columns.Add("cell name"), first);
+    EXPECT_EQ(columns.Item("CELL NAME"), first);
     EXPECT_FALSE(columns.Item("missing") || columns.Item(2));
     const auto stamp = columns.Add("When");
     stamp->setIsTimeStamp(true);
@@ -254,7 +262,8 @@ TEST(ColumnCollection, AddItemCopiesIntoAStoredColumnButKeepsItsFlags) {
     update.setPosition(9);
     update.setColPosition(3);
     update.setKeyDeleted(true);
-    EXPECT_TRUE(columns.AddItem(update) && columns.Count() == 1);
+    EXPECT_TRUE(columns.AddItem(update));
+    EXPECT_EQ(columns.Count(), 1);
     EXPECT_EQ(stored->Column_Id() + stored->Position() + stored->ColPosition(), 5 + 9 + 3);
     EXPECT_FALSE(stored->KeyDeleted() || stored->Dirty());
     update.setColumn_Name("B");
@@ -273,7 +282,8 @@ TEST(ColumnCollection, PositionAndOrdinalQueriesCountDeletedColumnsAsTheyShould)
     EXPECT_EQ(QList<qint32>(
                   {columns.FirstFreePosition(), columns.ActiveColumns(), columns.BiggestOrdinal()}),
               QList<qint32>({2, 1, 2}));
-    EXPECT_TRUE(columns.PositionInUse(3, "k") && !columns.PositionInUse(3, "K"))
+    EXPECT_EQ(std::tuple(columns.PositionInUse(3, "k"), columns.PositionInUse(3, "K")),
+              std::tuple(true, false))
         << "names compare exactly";
     EXPECT_EQ(QList<bool>({columns.OrdInUse(2), columns.KeyExists(2), columns.KeyExists(0),
                            columns.OrdInUse(0)}),
