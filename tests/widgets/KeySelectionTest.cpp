@@ -45,7 +45,8 @@ protected:
 
 TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClosesWithNoField) {
     dialog.Initialize("Select Entity for this Data Source", 2, "System", 0);
-    EXPECT_TRUE(dialog.EntityOnly() && filter("cboTypeFilter")->isHidden());
+    EXPECT_EQ(std::tuple(dialog.EntityOnly(), filter("cboTypeFilter")->isHidden()),
+              std::tuple(true, true));
     EXPECT_EQ(
         QString("%1|%2|%3").arg(tree()->showFields).arg(tree()->treeOwner).arg(dialog.width()),
         "0|system|283");
@@ -57,7 +58,8 @@ TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClos
     tree()->selectedKey = "3";
     tree()->selectedFields = {std::make_shared<FakeField>(8, "drops")};
     press(1);
-    EXPECT_TRUE(dialog.Ok() && dialog.result() == QDialog::Accepted && !dialog.Field());
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.result(), dialog.Field() == nullptr),
+              std::tuple(true, QDialog::Accepted, true));
     EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
 }
 
@@ -78,13 +80,13 @@ TEST_F(FSelectEntityTreeTest,
     filter("cboTechTypeFilter")->setCurrentText("LTE");
     EXPECT_EQ(tree()->techTypeFilter, QVariant(2));
     press(0);
-    EXPECT_TRUE(!dialog.Ok() && dialog.result() == QDialog::Rejected);
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.result()), std::tuple(false, QDialog::Rejected));
 
     // Choosing a field in the tree confirms at once.
     const auto field = std::make_shared<FakeField>(8, "cell_id");
     tree()->selectedFields = {field};
     emit tree()->FieldChosen(field, "3");
-    EXPECT_TRUE(dialog.Ok() && dialog.Field() == field);
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.Field()), std::tuple(true, field));
     EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
 }
 
@@ -155,7 +157,7 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
         ASSERT_EQ(pressOk(), c.message);
         EXPECT_EQ(QApplication::focusWidget()->objectName(),
                   c.message == NoFieldMessage ? "cmdSelect" : "txtOrdinal");
-        EXPECT_TRUE(dialog.isVisible() && dialog.Cancel());
+        EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Cancel()), std::tuple(true, true));
     }
 }
 
@@ -174,18 +176,18 @@ TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothin
     EXPECT_EQ(ordinalBox()->text(), "499");
     QTest::keyClick(ordinalBox(), Qt::Key_Home);
     QTest::keyClick(ordinalBox(), Qt::Key_Delete);
-    EXPECT_TRUE(dialog.Ordinal() == 99 && upDown()->value() == 99);
+    EXPECT_EQ(std::tuple(dialog.Ordinal(), upDown()->value()), std::tuple(99, 99));
     typeOrdinal("499");
     upDown()->stepUp();
     upDown()->stepUp();
     EXPECT_EQ(ordinalBox()->text(), "500");
     EXPECT_TRUE(button("cmdOk")->isEnabled());
     EXPECT_EQ(pressOk(), QString());
-    EXPECT_TRUE(!dialog.Cancel() && dialog.Ordinal() == 500);
+    EXPECT_EQ(std::tuple(dialog.Cancel(), dialog.Ordinal()), std::tuple(false, 500));
 
     open(2, 10);
     QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Cancel() && !dialog.isVisible());
+    EXPECT_EQ(std::tuple(dialog.Cancel(), dialog.isVisible()), std::tuple(true, false));
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
@@ -218,7 +220,8 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     // A failing selection is reported under the caption and keeps the field.
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(boxes(*app), QStringList{"Critical Select Key Field: ORA-03113"});
-    EXPECT_TRUE(dialog.FieldName() == "Site: SiteId" && dialog.isVisible());
+    EXPECT_EQ(std::tuple(dialog.FieldName(), dialog.isVisible()),
+              std::tuple(QString("Site: SiteId"), true));
 }
 
 } // namespace

@@ -87,7 +87,7 @@ TEST_F(XDataSourcesGenTest, DefaultsThenInitializeFillSilentlyAndDelimitersRound
                            editor.Eds_File(), delimiter()->currentText()}),
               QStringList({" Counters ", "Counters", "/data/counters.txt", " , <comma>"}));
     // A second fill does not duplicate the list.
-    EXPECT_TRUE(editor.Frequency() == 60 && frequency()->count() == 3);
+    EXPECT_EQ(std::tuple(editor.Frequency(), frequency()->count()), std::tuple(60, 3));
     for (const char* delimiterText : {" ", ":", ",", "/", "\t"}) {
         editor.setEds_Delimeter(delimiterText);
         EXPECT_EQ(editor.Eds_Delimeter(), delimiterText);
@@ -110,7 +110,7 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     QTest::keyClick(file(), Qt::Key_Left); // moves the cursor, types nothing
     EXPECT_EQ(file()->text(), "C:data/in.csv");
     // One change per character that landed.
-    EXPECT_TRUE(returns.count() == 0 && changes.count() == 13);
+    EXPECT_EQ(std::tuple(returns.count(), changes.count()), std::tuple(0, 13));
     editor.setEds_File("  /set/by/host.txt  ");
     EXPECT_EQ(file()->text(), "/set/by/host.txt");
 
@@ -120,7 +120,7 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     changes.clear();
     editor.setProperty("Eds_Delimeter", ",");
     editor.setProperty("FreqId", 1440);
-    EXPECT_TRUE(changes.count() == 2 && !changes.last().at(0).toBool());
+    EXPECT_EQ(std::tuple(changes.count(), changes.last().at(0).toBool()), std::tuple(2, false));
     timeSeries()->click();
     ASSERT_EQ(changes.count(), 3);
     EXPECT_TRUE(changes.last().at(0).toBool());
@@ -134,7 +134,7 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     mOrvane::CopySettingsIntoDocument(editor, doc);
     EXPECT_EQ(QStringList({doc.DocDescription(), doc.FileName(), doc.Delimeter()}),
               QStringList({"v1 x", "/set/by/host.txt", ","}));
-    EXPECT_TRUE(doc.IsTimeSeries() && doc.FreqId() == 1440);
+    EXPECT_EQ(std::tuple(doc.IsTimeSeries(), doc.FreqId()), std::tuple(true, 1440));
 }
 
 TEST_F(XDataSourcesGenTest, IsValidStopsAtTheFirstFailureAndFocusesItsControl) {
@@ -154,7 +154,8 @@ TEST_F(XDataSourcesGenTest, IsValidStopsAtTheFirstFailureAndFocusesItsControl) {
     editor.setFrequency(1440);
     file()->setText("   "); // blanks are a name: it passes and reads empty
     app->msgBoxes.clear();
-    EXPECT_TRUE(editor.IsValid("Doc") && editor.Eds_File().isEmpty() && app->msgBoxes.isEmpty());
+    EXPECT_TRUE(editor.IsValid("Doc"));
+    EXPECT_EQ(std::tuple(editor.Eds_File(), boxes(*app)), std::tuple(QString(), QStringList()));
 }
 
 TEST_F(XDataSourcesGenTest, RemovingAStoredTimeStampColumnMustBeConfirmed) {
@@ -170,16 +171,18 @@ TEST_F(XDataSourcesGenTest, RemovingAStoredTimeStampColumnMustBeConfirmed) {
     QTest::mouseClick(timeSeries(), Qt::LeftButton);
     EXPECT_EQ(boxes(*app), QStringList{"Critical ARE YOU SURE?: This will remove the 'Time "
                                        "Stamp' column and may affect existing reports [YesNo]"});
-    EXPECT_TRUE(timeSeries()->isChecked() && frequency()->isEnabled() && changes.isEmpty());
+    EXPECT_EQ(std::tuple(timeSeries()->isChecked(), frequency()->isEnabled(), changes.count()),
+              std::tuple(true, true, 0));
 
     QTest::mouseClick(timeSeries(), Qt::LeftButton);
     ASSERT_EQ(changes.count(), 1);
-    EXPECT_TRUE(!timeSeries()->isChecked() && changes[0].at(0).toBool());
+    EXPECT_EQ(std::tuple(timeSeries()->isChecked(), changes[0].at(0).toBool()),
+              std::tuple(false, true));
     timeSeries()->click(); // checking again needs no confirmation
 
     timeStamp->setColumn_Id(0); // not stored yet: goes without asking
     timeSeries()->click();
-    EXPECT_TRUE(app->msgBoxes.size() == 2 && changes.count() == 3);
+    EXPECT_EQ(std::tuple(app->msgBoxes.size(), changes.count()), std::tuple(2, 3));
 }
 
 TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabelsAndBrowseFillsTheFile) {
@@ -192,7 +195,7 @@ TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabelsAndBrowseFil
     app->editPermission = true;
     editor.Initialize("d", "/f", ",", false, 15);
     // The frequency rule holds after Initialize.
-    EXPECT_TRUE(file()->isEnabled() && !frequency()->isEnabled());
+    EXPECT_EQ(std::tuple(file()->isEnabled(), frequency()->isEnabled()), std::tuple(true, false));
     EXPECT_EQ(frequency()->currentIndex(), -1);
 
     // Browse takes the chosen path as typed unless the file name rule forbids it.
@@ -201,7 +204,7 @@ TEST_F(XDataSourcesGenTest, EditPermissionDisablesInputsButNotLabelsAndBrowseFil
         child<QPushButton>(editor, "cmdBrowse")->click();
         EXPECT_EQ(editor.Eds_File(), expected);
     }
-    EXPECT_TRUE(app->fileTitles.size() == 3 && changes.count() == 1);
+    EXPECT_EQ(std::tuple(app->fileTitles.size(), changes.count()), std::tuple(3, 1));
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
 }
@@ -251,7 +254,8 @@ TEST_F(XDataSourcesODBCTest, DefaultsEmptyTheBoxesAndInitializeFillsSilently) {
         box(name)->setText("old");
     changes.clear();
     editor.InitializeDefaults();
-    EXPECT_TRUE(editor.IsTimeSeries() && frequency()->isEnabled() && editor.Frequency() == 15);
+    EXPECT_EQ(std::tuple(editor.IsTimeSeries(), frequency()->isEnabled(), editor.Frequency()),
+              std::tuple(true, true, 15));
     for (const QString& name : names)
         EXPECT_EQ(box(name)->text(), "") << name.toStdString();
     EXPECT_EQ(box("txtDB_Password")->echoMode(), QLineEdit::Password);
@@ -281,7 +285,7 @@ TEST_F(XDataSourcesODBCTest, EachSettingNotifiesAndReportsOnceAndCopiesIntoTheDo
     frequency()->setCurrentIndex(1);
     timeSeries()->click();
     ASSERT_EQ(changes.count(), 2);
-    EXPECT_TRUE(changes.last().at(0).toBool() && editor.Frequency() == 0);
+    EXPECT_EQ(std::tuple(changes.last().at(0).toBool(), editor.Frequency()), std::tuple(true, 0));
 }
 
 TEST_F(XDataSourcesODBCTest, IsValidReportsFrequencyThenTableThenServer) {
@@ -301,7 +305,8 @@ TEST_F(XDataSourcesODBCTest, IsValidReportsFrequencyThenTableThenServer) {
     timeSeries()->click();
     frequency()->setCurrentIndex(-1);
     app->msgBoxes.clear();
-    EXPECT_TRUE(editor.IsValid("Doc") && app->msgBoxes.isEmpty() && editor.Server().isEmpty());
+    EXPECT_TRUE(editor.IsValid("Doc"));
+    EXPECT_EQ(std::tuple(boxes(*app), editor.Server()), std::tuple(QStringList(), QString()));
 }
 
 TEST_F(XDataSourcesODBCTest, EditPermissionGovernsInputsButNotLabelsOrFrames) {
@@ -316,7 +321,8 @@ TEST_F(XDataSourcesODBCTest, EditPermissionGovernsInputsButNotLabelsOrFrames) {
     // unchecked box until the box is clicked.
     app->editPermission = true;
     editor.Initialize(false, 15, "srv", QString(), "t", QString(), QString());
-    EXPECT_TRUE(frequency()->currentIndex() == -1 && frequency()->isEnabled());
+    EXPECT_EQ(std::tuple(frequency()->currentIndex(), frequency()->isEnabled()),
+              std::tuple(-1, true));
     timeSeries()->click();
     timeSeries()->click();
     EXPECT_FALSE(frequency()->isEnabled());

@@ -46,7 +46,7 @@ protected:
         press("cmdOk");
         EXPECT_EQ(boxes(*app), QStringList{"Critical " + dialog.windowTitle() + ": " + message});
         EXPECT_EQ(QApplication::focusWidget(), focus);
-        EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
+        EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(true, false));
     }
 
     std::shared_ptr<FakeEntity> entity;
@@ -85,9 +85,12 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
                      "Region:", "Acme"}));
     EXPECT_EQ(tech().mask, 5);
     // The pairs shown count from 1.
-    EXPECT_TRUE(box("txtExt(0)")->isHidden() && !dialog.findChild<QLineEdit*>("txtExt(3)"));
+    EXPECT_EQ(std::tuple(box("txtExt(0)")->isHidden(),
+                         dialog.findChild<QLineEdit*>("txtExt(3)") == nullptr),
+              std::tuple(true, true));
     const QFont font = box("txtStyle")->font();
-    EXPECT_TRUE(font.bold() && font.underline() && !font.italic());
+    EXPECT_EQ(std::tuple(font.bold(), font.underline(), font.italic()),
+              std::tuple(true, true, false));
     EXPECT_EQ(box("txtStyle")->palette().color(QPalette::Text), QColor(255, 0, 0));
     EXPECT_FALSE(dialog.Modified());
 }
@@ -142,8 +145,9 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     EXPECT_EQ(QStringList({dialog.IAppForm_Name(), list("cboDataType")->currentText(),
                            list("cboTimeAggregator")->currentText()}),
               QStringList({"Create New Data Source Field For CELL", "Float", "Sum"}));
-    EXPECT_TRUE(!list("cboDataType")->isEnabled() && dialog.IAppForm_IsLoadOk());
-    EXPECT_TRUE(tech().initializations == 1 && !dialog.Modified());
+    EXPECT_EQ(std::tuple(list("cboDataType")->isEnabled(), dialog.IAppForm_IsLoadOk()),
+              std::tuple(false, true));
+    EXPECT_EQ(std::tuple(tech().initializations, dialog.Modified()), std::tuple(1, false));
     press("cmdHelp");
     EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
     tech().check(3);
@@ -164,7 +168,7 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     retype(box("txtName"), " Drops_1 ");
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok() && dialog.result() == QDialog::Accepted);
+    ASSERT_EQ(std::tuple(dialog.Ok(), dialog.result()), std::tuple(true, QDialog::Accepted));
     const auto& field = static_cast<FakeField&>(*dialog.Field());
     ASSERT_EQ(field.saves.size(), 1);
     const FieldSaveRequest& r = field.saves.at(0);
@@ -175,7 +179,8 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
         QStringList({r.name, r.appGroup, r.kind, r.dataTypeCode, r.heading1, r.heading2,
                      r.description, r.note1, r.note2}),
         QStringList({"Drops_1", "Traffic", "X", "F", "Drops", "", " Dropped calls ", "", ""}));
-    EXPECT_TRUE(before <= r.savedAt && r.savedAt <= QDateTime::currentDateTime());
+    EXPECT_TRUE(before <= r.savedAt && r.savedAt <= QDateTime::currentDateTime())
+        << r.savedAt.toString(Qt::ISODateWithMs).toStdString();
     using Extra = std::pair<QString, QString>;
     EXPECT_EQ(r.extraColumns, QList<Extra>({{"Vendor", ""}, {"Legacy", ""}, {"Region", "North"}}));
 }
@@ -185,7 +190,7 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     open(stored);
     press("cmdOk"); // unchanged: closes without saving
     EXPECT_FALSE(dialog.isVisible() || dialog.Ok());
-    EXPECT_TRUE(stored->saves.isEmpty() && query->log.isEmpty());
+    EXPECT_EQ(std::tuple(stored->saves.size(), query->log), std::tuple(0, QStringList()));
     dialog.show();
     QTest::keyClicks(box("txtExt(1)"), "x");
     EXPECT_TRUE(dialog.Modified());
@@ -199,10 +204,11 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     dictionary->chosenStyle = 2;
     dictionary->chosenStyleColour = 0xFF0000;
     QTest::mouseDClick(box("txtStyle"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Modified() && box("txtStyle")->font().italic());
+    EXPECT_EQ(std::tuple(dialog.Modified(), box("txtStyle")->font().italic()),
+              std::tuple(true, true));
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok() && dialog.Field() == stored);
+    ASSERT_EQ(std::tuple(dialog.Ok(), dialog.Field()), std::tuple(true, stored));
     ASSERT_EQ(stored->saves.size(), 1);
     const FieldSaveRequest& r = stored->saves.at(0);
     EXPECT_EQ(QList<qint32>({r.fieldId, r.technologyMask, r.style, r.styleColour}),
@@ -226,7 +232,7 @@ TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
                            "name.",
                            "Critical Creating new EDS field: Unable to save New "
                            "Field.\r\nORA-00001: unique constraint"}));
-    EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
+    EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(true, false));
 }
 
 // Without element aggregation the one list is the aggregator.
