@@ -4,6 +4,7 @@
 #include "studio/db/DatabaseSchema.h"
 #include "studio/db/OdbcCatalog.h"
 #include "studio/db/StatementShape.h"
+#include "tests/support/QtPrinters.h"
 
 #include <QDate>
 #include <QDateTime>
