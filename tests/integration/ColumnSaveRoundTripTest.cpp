@@ -93,9 +93,10 @@ TEST_P(ColumnSaveRoundTripTest, LoadColumnsFillsTheModel) {
               withEditorPosition() ? "I3" : "I0");
     // Nulls of the outer joins read as zero and empty.
     const auto plain = columns.Item("COMMENT");
-    EXPECT_FALSE(plain->Field() || plain->IsTimeStamp());
-    EXPECT_EQ(plain->PK_Id() + plain->KeyFld_Id() + plain->Key_Ordinal() + plain->KeyEntity_Id(),
-              0);
+    EXPECT_EQ(std::tuple(plain->Field() == nullptr, plain->IsTimeStamp()), std::tuple(true, false));
+    EXPECT_EQ(
+        std::tuple(plain->PK_Id(), plain->KeyFld_Id(), plain->Key_Ordinal(), plain->KeyEntity_Id()),
+        std::tuple(0, 0, 0, 0));
     EXPECT_EQ(plain->KeyFld_Name() + plain->KeyEntity() + plain->KeyEntity_Label(), QString());
 }
 

@@ -118,7 +118,9 @@ TEST_P(DictionaryServiceTest, BatchLookupReadsTheFieldsAndTheTechnologyNamesOnce
     EXPECT_EQ(recorder.selects.size(), 4);
 
     EXPECT_TRUE(service->FieldById("Traffic", 3));
-    EXPECT_FALSE(service->FieldById("Billing", 3) || service->FieldById("Traffic", 999));
+    EXPECT_EQ(std::tuple(service->FieldById("Billing", 3) == nullptr,
+                         service->FieldById("Traffic", 999) == nullptr),
+              std::tuple(true, true));
 }
 
 TEST_P(DictionaryServiceTest, FiltersOfTheTemplateTree) {

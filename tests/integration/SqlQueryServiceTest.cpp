@@ -85,9 +85,10 @@ TEST_P(SqlQueryServiceTest, QuotesRoundTripThroughSetAndValueLists) {
         QStringLiteral(")"));
     const auto rst = db->OpenRecordset("SELECT * FROM eds_document WHERE id = 301");
     EXPECT_EQ(rst->Value("Name").toString(), "Ann's Feed");
-    EXPECT_FALSE(rst->Value("Description").isValid() ||
-                 db->ValueAsBoolean(rst->Value("is_time_series")) ||
-                 db->ValueAsLong(rst->Value("frequency_id")));
+    EXPECT_EQ(std::tuple(rst->Value("Description").isValid(),
+                         db->ValueAsBoolean(rst->Value("is_time_series")),
+                         db->ValueAsLong(rst->Value("frequency_id"))),
+              std::tuple(false, false, 0));
 }
 
 TEST_P(SqlQueryServiceTest, FailingStatementsRaiseTheDatabasesOwnMessageWithoutPasswords) {

@@ -569,7 +569,8 @@ TEST_P(StudioEndToEndTest, OpenDatabaseClosesTheDocumentsAndListsTheOtherDatabas
     const QString other = folder.filePath("other.db");
 
     app->msgBoxAnswers = {MsgBoxResult::Cancel};
-    EXPECT_FALSE(studio->OpenDatabase(other) || switched);
+    EXPECT_FALSE(studio->OpenDatabase(other));
+    EXPECT_FALSE(switched);
     EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
 
     app->msgBoxAnswers = {MsgBoxResult::No};

@@ -98,7 +98,9 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheChosenEntityOrIsCancelled) {
 
     CDataSourcesData cancelled;
     const auto before = cancelled.Columns();
-    EXPECT_FALSE(cancelled.InitNew(ascii) || cancelled.IsNew() || cancelled.Entity());
+    EXPECT_FALSE(cancelled.InitNew(ascii));
+    EXPECT_EQ(std::tuple(cancelled.IsNew(), cancelled.Entity() == nullptr),
+              std::tuple(false, true));
     // A new, empty collection stays in place.
     EXPECT_EQ(std::tuple(cancelled.Columns() == before, cancelled.Columns()->Count()),
               std::tuple(false, 0));
@@ -217,8 +219,9 @@ TEST(ColumnKeys, AnEditedKeyIsLiveAndFlaggedByWhatIsStored) {
     wiped.setKeyFld_Name("cell_name");
     wiped.setKeyAdded(true);
     wiped.WipeKey();
-    EXPECT_FALSE(wiped.Is_Key() || wiped.KeyAdded());
-    EXPECT_EQ(wiped.PK_Id() + wiped.Key_Ordinal() + wiped.KeyEntity_Id(), 0);
+    EXPECT_EQ(std::tuple(wiped.Is_Key(), wiped.KeyAdded()), std::tuple(false, false));
+    EXPECT_EQ(std::tuple(wiped.PK_Id(), wiped.Key_Ordinal(), wiped.KeyEntity_Id()),
+              std::tuple(0, 0, 0));
     EXPECT_EQ(wiped.KeyEntity() + wiped.KeyEntity_Label() + wiped.KeyFld_Name(), "");
 }
 
@@ -240,7 +243,8 @@ TEST(ColumnCollection, KeysAreTrimmedNamesWithoutRegardToCaseInInsertionOrder) {
     EXPECT_EQ(first->Column_Name(), "Cell Name");
     EXPECT_EQ(columns.Add("cell name"), first);
     EXPECT_EQ(columns.Item("CELL NAME"), first);
-    EXPECT_FALSE(columns.Item("missing") || columns.Item(2));
+    EXPECT_EQ(std::tuple(columns.Item("missing") == nullptr, columns.Item(2) == nullptr),
+              std::tuple(true, true));
     const auto stamp = columns.Add("When");
     stamp->setIsTimeStamp(true);
     EXPECT_EQ(columns.Add("Time Stamp"), stamp) << "the time stamp under its old name";
@@ -249,7 +253,7 @@ TEST(ColumnCollection, KeysAreTrimmedNamesWithoutRegardToCaseInInsertionOrder) {
     EXPECT_EQ(columns.Item(2)->Column_Name(), "Time Stamp");
     EXPECT_THROW(columns.Remove("When"), Error);
     columns.Clear();
-    EXPECT_FALSE(columns.Count() || columns.Exists("cell name"));
+    EXPECT_EQ(std::tuple(columns.Count(), columns.Exists("cell name")), std::tuple(0, false));
     EXPECT_EQ(first.use_count(), 1) << "the collection holds no reference any more";
 }
 
@@ -264,8 +268,9 @@ TEST(ColumnCollection, AddItemCopiesIntoAStoredColumnButKeepsItsFlags) {
     update.setKeyDeleted(true);
     EXPECT_TRUE(columns.AddItem(update));
     EXPECT_EQ(columns.Count(), 1);
-    EXPECT_EQ(stored->Column_Id() + stored->Position() + stored->ColPosition(), 5 + 9 + 3);
-    EXPECT_FALSE(stored->KeyDeleted() || stored->Dirty());
+    EXPECT_EQ(std::tuple(stored->Column_Id(), stored->Position(), stored->ColPosition()),
+              std::tuple(5, 9, 3));
+    EXPECT_EQ(std::tuple(stored->KeyDeleted(), stored->Dirty()), std::tuple(false, false));
     update.setColumn_Name("B");
     EXPECT_TRUE(columns.AddItem(update));
     EXPECT_EQ(columns.Item("B")->ColPosition(), 0) << "added as a clone";

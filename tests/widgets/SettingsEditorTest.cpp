@@ -124,7 +124,7 @@ TEST_F(XDataSourcesGenTest, EachEditReportsAndNotifiesOnceAndTheBoxGovernsTheFre
     timeSeries()->click();
     ASSERT_EQ(changes.count(), 3);
     EXPECT_TRUE(changes.last().at(0).toBool());
-    EXPECT_FALSE(frequency()->isEnabled() || editor.Frequency());
+    EXPECT_EQ(std::tuple(frequency()->isEnabled(), editor.Frequency()), std::tuple(false, 0));
     EXPECT_EQ(QList<qsizetype>({delimiterSpy.count(), freq.count(), series.count()}),
               QList<qsizetype>({1, 2, 1}));
     EXPECT_EQ(freq.at(1).at(0).toInt(), 0);

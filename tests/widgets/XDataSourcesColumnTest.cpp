@@ -196,7 +196,7 @@ TEST_F(ColumnGridTest, InitEditShowsEachColumnNotDeletedInCollectionOrder) {
     EXPECT_EQ(gridRow(5), QStringList({"Cell: cell_name", "", ""}));
     EXPECT_EQ(gridRow(6), QStringList({"2", "3", "1"}));
     EXPECT_EQ(old->ColPosition(), 3);
-    EXPECT_FALSE(site->Dirty() || old->Dirty() || changeCount());
+    EXPECT_EQ(std::tuple(site->Dirty(), old->Dirty(), changeCount()), std::tuple(false, false, 0));
     EXPECT_GT(grid().horizontalHeader()->sectionSize(1),
               grid().fontMetrics().horizontalAdvance("calls_total"));
 
@@ -239,7 +239,8 @@ TEST_F(ColumnGridTest, RemovingTheTimeStampMarksASavedOneAndDropsANewOne) {
 
     editor().InitNew(std::make_shared<CDataSourcesColumns>());
     editor().ShowTimeSeriesColumn(false);
-    EXPECT_FALSE(columnCount() || editor().Columns()->Count()) << "a new time stamp is dropped";
+    EXPECT_EQ(std::tuple(columnCount(), editor().Columns()->Count()), std::tuple(0, 0))
+        << "a new time stamp is dropped";
 }
 
 // Each layout after a plain column A: the first failed check is reported and its cell selected.
@@ -505,7 +506,7 @@ TEST_F(ColumnCommandsTest, ClearingKeepsTheKeyOnlyOfAColumnWithAStoredField) {
     click(3, 1);
     trigger("mnuColClear");
 
-    EXPECT_FALSE(b->Field() || b->KeyDeleted());
+    EXPECT_EQ(std::tuple(b->Field() == nullptr, b->KeyDeleted()), std::tuple(true, false));
     EXPECT_TRUE(query->log.join('\n').contains("a.Field_Id = 12"))
         << query->log.join('\n').toStdString();
     EXPECT_TRUE(c->KeyDeleted());
@@ -750,12 +751,14 @@ TEST_F(ColumnKeyFieldTest, KeysOfUnsavedColumnsCarryNoFlagsAndADeletedOneIsWiped
 
     trigger("DelKey");
 
-    EXPECT_FALSE(site->Is_Key() || site->KeyDeleted() || changeCount());
+    EXPECT_EQ(std::tuple(site->Is_Key(), site->KeyDeleted(), changeCount()),
+              std::tuple(false, false, 0));
     EXPECT_EQ(text(3, 4) + text(3, 5), "");
 
     click(2, 1);
     trigger("Clear");
-    EXPECT_FALSE(copied->Field() || copied->FieldDeleted());
+    EXPECT_EQ(std::tuple(copied->Field() == nullptr, copied->FieldDeleted()),
+              std::tuple(true, false));
 }
 
 TEST_F(ColumnKeyFieldTest, ANewFieldIsAddedUnderANameNotInUseAndAStoredOneMarkedOrUnmapped) {

@@ -189,7 +189,7 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     dictionary->extraColumns = {{"Vendor", true}};
     open(stored);
     press("cmdOk"); // unchanged: closes without saving
-    EXPECT_FALSE(dialog.isVisible() || dialog.Ok());
+    EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(false, false));
     EXPECT_EQ(std::tuple(stored->saves.size(), query->log), std::tuple(0, QStringList()));
     dialog.show();
     QTest::keyClicks(box("txtExt(1)"), "x");
@@ -255,8 +255,9 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     dictionary->pairs = {{{"Average", ""}, 9}};
     open(stored);
     EXPECT_EQ(label("lblTimeAggregator")->text(), "Aggrega&tor:");
-    EXPECT_FALSE(list("cboElementAggregator")->isVisible() ||
-                 label("lblElementAggregator")->isVisible());
+    EXPECT_EQ(std::tuple(list("cboElementAggregator")->isVisible(),
+                         label("lblElementAggregator")->isVisible()),
+              std::tuple(false, false));
     retype(box("txtHeadingRow1"), "V");
     press("cmdOk");
     ASSERT_TRUE(dialog.Ok());
