@@ -2,8 +2,6 @@
 #include "studio/app/DocumentStore.h"
 #include "tests/integration/StudioDictionaryTest.h"
 
-#include "orvane/host/IRecordset.h"
-
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -79,16 +77,16 @@ TEST_P(ExchangeTest, SourcesSurviveExportDeleteImportByteForByteInCanonicalForm)
     ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();
     before.insert("Site Energy", SiteEnergy);
     EXPECT_EQ(exportAll(), before);
-    EXPECT_EQ(count("qvd_dict_name", "name = 'Rectifier_Energy'"), 1);
-    EXPECT_EQ(count("eds_primarykey"), 4);
+    EXPECT_EQ(
+        std::tuple(count("qvd_dict_name", "name = 'Rectifier_Energy'"), count("eds_primarykey")),
+        std::tuple(1, 4));
 }
 
 TEST_P(ExchangeTest, ReplacingNeedsConsentAndAFieldTheDictionaryHasIsReused) {
     const QByteArray cell = exportAll().value("Cell Traffic Feed");
     const QStringList unchanged = savedRows();
     ImportOutcome outcome = import({cell});
-    EXPECT_TRUE(outcome.nameTaken);
-    EXPECT_EQ(savedRows(), unchanged);
+    EXPECT_EQ(std::tuple(outcome.nameTaken, savedRows()), std::tuple(true, unchanged));
 
     outcome = import({cell}, true);
     ASSERT_TRUE(outcome.Succeeded()) << outcome.problems.join(QLatin1Char('\n')).toStdString();

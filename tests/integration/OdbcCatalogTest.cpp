@@ -1,14 +1,13 @@
 #include "studio/db/OdbcCatalog.h"
 #include "orvane/editors/XDataSourcesODBC.h"
 #include "orvane/host/HostRegistry.h"
-#include "orvane/host/IRecordset.h"
-#include "orvane/widgets/TablePicker.h"
 #include "studio/db/ConnectionDescription.h"
 #include "studio/db/SqlConnection.h"
 #include "studio/db/SqlQueryService.h"
 #include "tests/integration/DatabaseTest.h"
 #include "tests/support/FakeHost.h"
 
+#include <QDialog>
 #include <QLineEdit>
 #include <QPushButton>
 #include <gmock/gmock.h>

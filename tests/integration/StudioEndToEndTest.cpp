@@ -3,12 +3,8 @@
 #include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/dialogs/fFieldInfo.h"
 #include "orvane/dialogs/frmKeySelector.h"
-#include "orvane/editors/FileNameEdit.h"
 #include "orvane/editors/XDataSourcesGen.h"
 #include "orvane/editors/XDataSourcesODBC.h"
-#include "orvane/host/IField.h"
-#include "orvane/host/IRecordset.h"
-#include "orvane/host/OrvaneError.h"
 #include "orvane/host/XTemplate.h"
 #include "orvane/model/CDataSourcesColumn.h"
 #include "orvane/model/CDataSourcesColumns.h"
@@ -277,15 +273,11 @@ protected:
         EXPECT_EQ(gridRow(doc, Rows::KeyField), "|Cell: Cell_Name||");
         EXPECT_EQ(gridRow(doc, Rows::Position), "1|2|3|4");
 
-        // The grid shows the columns' names, types, keys and fields; the rest is read here.
-        const CDataSourcesColumns& columns = *doc.Document()->Columns();
-        const auto dropsColumn = columns.Item("DROPS");
-        ASSERT_TRUE(columns.TSColumn() && columns.Item("CELL") && dropsColumn &&
-                    dropsColumn->Field());
-        EXPECT_EQ(columns.TSColumn()->Column_Name(), "Time Stamp");
-        EXPECT_EQ(columns.Item("CELL")->KeyFld_Id(), CellNameField);
-        const auto drops = dropsColumn->Field();
-        EXPECT_EQ(drops->Technologies() + "|" + drops->ElementAggregator(), "LTE|Average");
+        // The grid shows the new field's name; what else it holds is read here.
+        const auto drops = doc.Document()->Columns()->Item("DROPS");
+        ASSERT_TRUE(drops && drops->Field());
+        EXPECT_EQ(drops->Field()->Technologies() + "|" + drops->Field()->ElementAggregator(),
+                  "LTE|Average");
     }
 
     // Makes the database refuse every new key row (or row of the table), as a trigger that raises
@@ -332,15 +324,16 @@ TEST_P(StudioEndToEndTest, AsciiDocumentIsSavedClosedAndFoundAgain) {
     save();
     EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
     ASSERT_EQ(app->inputBoxes.size(), 3);
-    EXPECT_EQ(app->inputBoxes[0].prompt, "Please enter a name for this data source");
-    EXPECT_EQ(app->inputBoxes[1].prompt, "A data source named \"cell TRAFFIC feed\" already "
-                                         "exists. Please enter another name");
-    EXPECT_EQ(app->inputBoxes[2].prompt,
-              "A name has at most 60 characters. Please enter a shorter name");
-    EXPECT_EQ(app->inputBoxes[2].title, "Save ASCII Data Source");
+    EXPECT_EQ(QStringList({app->inputBoxes[0].prompt, app->inputBoxes[1].prompt,
+                           app->inputBoxes[2].prompt, app->inputBoxes[2].title}),
+              QStringList({"Please enter a name for this data source",
+                           "A data source named \"cell TRAFFIC feed\" already exists. Please "
+                           "enter another name",
+                           "A name has at most 60 characters. Please enter a shorter name",
+                           "Save ASCII Data Source"}));
     EXPECT_FALSE(doc->IsModified());
-    EXPECT_EQ(studio->documentTabs->tabText(0), "Cell Counters");
-    EXPECT_EQ(studio->statusBar()->currentMessage(), "Saved \"Cell Counters\"");
+    EXPECT_EQ(studio->documentTabs->tabText(0) + "|" + studio->statusBar()->currentMessage(),
+              "Cell Counters|Saved \"Cell Counters\"");
     EXPECT_TRUE(closeCurrent());
     EXPECT_EQ(studio->documentTabs->count(), 0);
 
@@ -423,7 +416,6 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
     save("Trunk Group Hourly");
     EXPECT_EQ(app->msgBoxes.size(), 1) << lastMessage().toStdString();
     EXPECT_TRUE(closeCurrent());
-
     EXPECT_EQ(listing("Trunk Group Hourly"), "ODBC Data Sources|Trunk Group|No");
 
     DocumentWindow* reopened = reopen("Trunk Group Hourly");
@@ -433,14 +425,12 @@ TEST_P(StudioEndToEndTest, OdbcDocumentIsSavedClosedAndFoundAgain) {
                            stored.Password()}),
               login);
     EXPECT_FALSE(stored.findChild<QCheckBox*>("ckTimeSeries")->isChecked());
-    EXPECT_EQ(gridRow(*reopened, Rows::Name), "TG|BLOCKED");
-    EXPECT_EQ(gridRow(*reopened, Rows::KeyField), "Trunk Group: Trunk_Group_Name|");
+    EXPECT_EQ(gridRow(*reopened, Rows::Name) + "|" + gridRow(*reopened, Rows::KeyField),
+              "TG|BLOCKED|Trunk Group: Trunk_Group_Name|");
     const CDataSourcesColumns& columns = *reopened->Document()->Columns();
     EXPECT_EQ(columns.TSColumn(), nullptr);
-    EXPECT_EQ(columns.Item("TG")->KeyFld_Id(), TrunkGroupNameField);
     const auto blocked = columns.Item("BLOCKED")->Field();
     ASSERT_TRUE(blocked);
-    EXPECT_GT(blocked->Field_Id(), 0);
     EXPECT_EQ(blocked->Technologies() + "|" + blocked->DataType(), "UMTS|F");
 
     // A text longer than its column, as an import may bring, or a required one of blanks, is
@@ -473,10 +463,10 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
                 AllOf(HasSubstr("The data source was not saved; nothing was changed in the "
                                 "database."),
                       HasSubstr("keys are locked for the audit")));
-    EXPECT_EQ(app->msgBoxes.last().icon, MsgBoxIcon::Critical);
-    EXPECT_EQ(app->pointer, DefaultPointer);
-    EXPECT_TRUE(doc->IsModified());
-    EXPECT_EQ(doc->Document()->DocName(), QString());
+    EXPECT_EQ(std::tuple(app->msgBoxes.last().icon, app->pointer),
+              std::tuple(MsgBoxIcon::Critical, DefaultPointer));
+    EXPECT_EQ(std::tuple(doc->IsModified(), doc->Document()->DocName()),
+              std::tuple(true, QString()));
     EXPECT_EQ(studio->CurrentDocument(), doc);
     expectCellLayout(*doc);
 
@@ -486,8 +476,9 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_FALSE(doc->IsModified());
     expectCellLayout(*doc);
     const qint32 id = doc->DocumentId();
-    EXPECT_EQ(count("eds_column", QStringLiteral("eds_id = %1").arg(id)), 4);
-    EXPECT_EQ(count("qvd_dict_name", "name = 'Drops_Ext'"), 1);
+    EXPECT_EQ(std::tuple(count("eds_column", QStringLiteral("eds_id = %1").arg(id)),
+                         count("qvd_dict_name", "name = 'Drops_Ext'")),
+              std::tuple(4, 1));
 
     // A stored document: a column renamed, one deleted, a new key column and a new column with a
     // new field. The rename and the deletion are written before the new key is refused; this time
@@ -509,16 +500,15 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_EQ(savedRows(), stored);
     ASSERT_EQ(app->msgBoxes.size(), 2);
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("keys are locked for the audit"));
-    EXPECT_TRUE(doc->IsModified());
-    EXPECT_EQ(doc->DocumentId(), id);
+    EXPECT_EQ(std::tuple(doc->IsModified(), doc->DocumentId()), std::tuple(true, id));
     const auto expectEdited = [&] {
         EXPECT_EQ(gridRow(*doc, Rows::Name), "Time Stamp|CELL_ID|DROPS|REMARK|EXTRA");
         EXPECT_EQ(gridRow(*doc, Rows::Field), "||Drops_Ext||Extra_Ext");
         EXPECT_EQ(gridRow(*doc, Rows::KeyField), "|Cell: Cell_Name||Cell: CI|");
         const auto remark = doc->Document()->Columns()->Item("REMARK");
         ASSERT_TRUE(remark);
-        EXPECT_EQ(remark->Key_Ordinal(), 2);
-        EXPECT_EQ(remark->KeyFld_Id(), CellIdentityField);
+        EXPECT_EQ(std::tuple(remark->Key_Ordinal(), remark->KeyFld_Id()),
+                  std::tuple(2, CellIdentityField));
     };
     expectEdited();
 
@@ -528,10 +518,11 @@ TEST_P(StudioEndToEndTest, FailedSaveChangesNothingAndCanBeRetried) {
     EXPECT_FALSE(doc->IsModified());
     expectEdited();
     const QString ofDocument = QStringLiteral("eds_id = %1").arg(id);
-    EXPECT_EQ(count("eds_column", ofDocument), 5);
-    EXPECT_EQ(count("eds_column", ofDocument + " AND col_name IN ('CELL_ID', 'REMARK', 'EXTRA')"),
-              3);
-    EXPECT_EQ(count("eds_primarykey", ofDocument), 2);
+    EXPECT_EQ(QList<qint32>({count("eds_column", ofDocument),
+                             count("eds_column", ofDocument + " AND col_name IN ('CELL_ID', "
+                                                              "'REMARK', 'EXTRA')"),
+                             count("eds_primarykey", ofDocument)}),
+              QList<qint32>({5, 3, 2}));
     EXPECT_EQ(count("qvd_dict_name n, qvd_eds_def m",
                     "n.name = 'Extra_Ext' AND m.field_id = n.field_id AND m." + ofDocument),
               1);
@@ -579,12 +570,12 @@ TEST_P(StudioEndToEndTest, OpenDatabaseClosesTheDocumentsAndListsTheOtherDatabas
 
     app->msgBoxAnswers = {MsgBoxResult::Cancel};
     EXPECT_FALSE(studio->OpenDatabase(other));
-    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
     EXPECT_FALSE(switched);
+    EXPECT_EQ(studio->OpenDocuments(), QList<DocumentWindow*>{doc});
 
     app->msgBoxAnswers = {MsgBoxResult::No};
     EXPECT_TRUE(studio->OpenDatabase(other));
-    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    EXPECT_EQ(studio->OpenDocuments().size(), 0);
     ASSERT_TRUE(switched);
     EXPECT_THAT(switched->DatabaseShown().toStdString(), HasSubstr(other.toStdString()));
     EXPECT_FALSE(listed("Cell Counters"));
@@ -609,8 +600,9 @@ TEST_P(StudioEndToEndTest, ACommittedSaveStaysSavedWhenReadingItBackFails) {
                 HasSubstr("The data source \"Cell Counters\" was saved, but reading it back "
                           "failed"));
     EXPECT_EQ(studio->statusBar()->currentMessage(), "Saved \"Cell Counters\"");
-    EXPECT_TRUE(listed("Cell Counters"));
-    EXPECT_EQ(count("eds_document", "name = 'Cell Counters'"), 1);
+    EXPECT_EQ(std::tuple(listed("Cell Counters") != nullptr,
+                         count("eds_document", "name = 'Cell Counters'")),
+              std::tuple(true, 1));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     EXPECT_TRUE(studio->OpenDocuments().isEmpty());
 }
@@ -636,7 +628,7 @@ TEST_P(StudioEndToEndTest, ClosingAModifiedDocumentAsksToSaveIt) {
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     app->inputAnswers = {"Cell Counters"};
     EXPECT_TRUE(closeCurrent());
-    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    EXPECT_EQ(studio->OpenDocuments().size(), 0);
     ASSERT_TRUE(listed("Cell Counters"));
 
     // Unmodified, it closes without a question.
@@ -684,13 +676,13 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     EXPECT_EQ(app->msgBoxes.last().prompt,
               "Delete the data source \"Cell Counters\" with all its columns?");
     EXPECT_EQ(app->msgBoxes.last().defaultButton, MsgBoxDefaultButton::Second) << "No";
-    EXPECT_TRUE(listed("Cell Counters"));
-    EXPECT_EQ(count("eds_column", ofDocument), 4);
+    EXPECT_EQ(std::tuple(listed("Cell Counters") != nullptr, count("eds_column", ofDocument)),
+              std::tuple(true, 4));
 
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     studio->actDelete->trigger();
-    EXPECT_FALSE(listed("Cell Counters"));
-    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
+    EXPECT_EQ(std::tuple(listing("Cell Counters"), studio->OpenDocuments().size()),
+              std::tuple(QString("<not listed>"), 0));
     EXPECT_EQ(count("eds_document", QStringLiteral("id = %1").arg(id)), 0);
     for (const char* table : {"eds_ascii_file", "eds_column", "eds_primarykey", "qvd_eds_def"})
         EXPECT_EQ(count(QLatin1String(table), ofDocument), 0) << table;
@@ -703,8 +695,8 @@ TEST_P(StudioEndToEndTest, DeleteRemovesTheDocumentWithItsColumnsAfterAsking) {
     studio->documentTree->setCurrentItem(listed("Cell Traffic Feed"));
     studio->actDelete->trigger();
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("currently in use in"));
-    EXPECT_TRUE(listed("Cell Traffic Feed"));
-    EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
+    EXPECT_EQ(std::tuple(listed("Cell Traffic Feed") != nullptr, count("eds_column", "eds_id = 1")),
+              std::tuple(true, 4));
 }
 
 // Two sessions on one database: the later save of one data source is told, keeps its edits and
@@ -736,8 +728,7 @@ TEST_P(StudioEndToEndTest, TheLaterOfTwoSavesIsToldAndKeepsItsEdits) {
         HasSubstr("\"Trunk Group Export\" was changed by someone else since it was opened"));
     EXPECT_TRUE(mine->IsModified());
     EXPECT_TRUE(studio->SaveCurrent()) << lastMessage().toStdString();
-    EXPECT_EQ(mine->Title(), "Trunk Group Mine");
-    EXPECT_EQ(mine->Document()->Password(), "pw");
+    EXPECT_EQ(mine->Title() + "|" + mine->Document()->Password(), "Trunk Group Mine|pw");
     EXPECT_EQ(count("eds_column",
                     "col_name = 'Mine' AND eds_id = " + QString::number(mine->DocumentId())),
               1);
@@ -799,15 +790,15 @@ TEST_P(StudioEndToEndTest, ReadOnlyStudioChangesNothing) {
     for (QAction* change :
          {studio->actNewAscii, studio->actNewOdbc, studio->actSave, studio->actDelete})
         EXPECT_FALSE(change->isEnabled()) << change->objectName().toStdString();
-    EXPECT_TRUE(studio->actOpen->isEnabled());
-    EXPECT_TRUE(studio->actClose->isEnabled());
+    EXPECT_EQ(std::tuple(studio->actOpen->isEnabled(), studio->actClose->isEnabled()),
+              std::tuple(true, true));
 
     // What the grid still lets the user try is never written, and closing asks nothing.
     appendColumn(*doc, "EXTRA");
     studio->SaveCurrent();
     EXPECT_TRUE(closeCurrent());
-    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
     EXPECT_EQ(count("eds_column", "eds_id = 1"), 4);
+    EXPECT_TRUE(app->msgBoxes.isEmpty()) << lastMessage().toStdString();
 }
 
 // A CSV with a header: Detect Columns lays it out, the saved document checks clean against the
@@ -840,10 +831,9 @@ TEST_P(StudioEndToEndTest, DetectedColumnsSaveAndCheckAgainstTheirFile) {
     doc = reopen("Detected cells");
     ASSERT_TRUE(doc && doc->cmdCheckFile);
     doc->cmdCheckFile->click();
-    EXPECT_EQ(lastMessage(), "The file matches the definition.");
-    EXPECT_EQ(gridRow(*doc, Rows::Field), "||||Call_Attempts");
+    EXPECT_EQ(lastMessage() + gridRow(*doc, Rows::Field),
+              "The file matches the definition.||||Call_Attempts");
     EXPECT_EQ(count("qvd_dict_name", "name = 'Call_Attempts'"), 1);
-
     writeCsv("Cell,When,Dropped,Rate,Call_Attempts");
     EXPECT_EQ(doc->CheckFile(), QStringList{"Column \"Drops\" is at position 3, where the "
                                             "file's header has \"Dropped\"."});
@@ -881,15 +871,14 @@ TEST_P(StudioEndToEndTest, ExportWritesTheSelectionAndImportReplacesOnlyWhenTheU
     studio->ImportFiles({path});
     ASSERT_EQ(app->msgBoxes.size(), 1);
     EXPECT_THAT(lastMessage().toStdString(), HasSubstr("exists already"));
-    EXPECT_EQ(idOf(), stored);
-    EXPECT_EQ(studio->OpenDocuments().size(), 1);
+    EXPECT_EQ(std::tuple(idOf(), studio->OpenDocuments().size()), std::tuple(stored, 1));
 
     app->msgBoxAnswers = {MsgBoxResult::Yes};
     studio->ImportFiles({path});
     EXPECT_EQ(app->msgBoxes.size(), 2);
     EXPECT_NE(idOf(), stored);
-    EXPECT_TRUE(studio->OpenDocuments().isEmpty());
-    EXPECT_TRUE(listed(name));
+    EXPECT_EQ(std::tuple(studio->OpenDocuments().size(), listed(name) != nullptr),
+              std::tuple(0, true));
 }
 
 } // namespace Orvane::Testing

@@ -1,7 +1,5 @@
 #include "tests/support/FakeDictionary.h"
 
-#include <QSet>
-
 namespace Orvane::Testing {
 
 bool FakeField::Save(const FieldSaveRequest& request, QVariant&) {

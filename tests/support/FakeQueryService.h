@@ -1,13 +1,33 @@
 #pragma once
 
 #include "orvane/host/IQueryService.h"
+#include "orvane/host/IRecordset.h"
 #include "studio/db/SqlLiterals.h"
-#include "tests/support/FakeRecordset.h"
 
 #include <QHash>
+#include <QList>
 #include <QStringList>
+#include <QVariantMap>
 
 namespace Orvane::Testing {
+
+using Row = QVariantMap;
+
+// A recordset over rows given in the test; field names compare without regard to case.
+class FakeRecordset : public IRecordset {
+public:
+    explicit FakeRecordset(QList<Row> rows)
+        : m_rows(std::move(rows)) {}
+
+    bool Eof() const override { return m_current >= m_rows.size(); }
+    void MoveFirst() override { m_current = 0; }
+    void MoveNext() override { ++m_current; }
+    QVariant Value(const QString& field) const override;
+
+private:
+    QList<Row> m_rows;
+    qsizetype m_current = 0;
+};
 
 // A query service that records every statement, sequence request and procedure call in order,
 // and answers SELECTs from scripted tables.

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <QVariant>
 #include <ostream>
+#include <type_traits>
 
 // Lets GoogleTest print Qt values readably when an expectation fails.
 QT_BEGIN_NAMESPACE
@@ -20,3 +21,15 @@ inline void PrintTo(const QVariant& value, std::ostream* out) {
     *out << (value.isNull() ? std::string("null") : value.toString().toStdString());
 }
 QT_END_NAMESPACE
+
+namespace Orvane {
+// Scoped enums print as their numbers rather than as raw bytes.
+template <typename Enum>
+concept ScopedEnum = std::is_enum_v<Enum> && !std::is_convertible_v<Enum, int>;
+template <ScopedEnum Enum> void PrintTo(const Enum& value, std::ostream* out) {
+    *out << static_cast<std::underlying_type_t<Enum>>(value);
+}
+namespace Studio {
+using Orvane::PrintTo;
+}
+} // namespace Orvane

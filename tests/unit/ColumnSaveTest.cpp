@@ -83,12 +83,9 @@ TEST_F(ColumnSaveTest, NewDocumentInsertsColumnsThenFieldsThenKeys) {
                   "SEQ SQ_EDS_PRIMARYKEY",
                   "EXEC INSERT INTO eds_primarykey VALUES(102,42,101,300,1)",
               }));
-    EXPECT_EQ(kind->Field_Id(), 5000);
-    ASSERT_EQ(dictionary->registered.size(), 1);
-    EXPECT_EQ(dictionary->registered.first(), kind->Field());
-    EXPECT_EQ(kind->PK_Id(), 102);
-    EXPECT_EQ(columns.EDS_Id(), 42);
-    EXPECT_EQ(cell->reloads, 1);
+    EXPECT_EQ(QList<qint32>({kind->Field_Id(), kind->PK_Id(), columns.EDS_Id(), cell->reloads}),
+              QList<qint32>({5000, 102, 42, 1}));
+    EXPECT_EQ(dictionary->registered, QList<std::shared_ptr<IField>>{kind->Field()});
     EXPECT_TRUE(doc.IsNew()); // the host decides when the document stops being new
     // The hourglass shows while the document and its columns are written, then goes.
     EXPECT_EQ(app->pointerHistory, (QList<qint32>{HourglassPointer, HourglassPointer,
@@ -207,8 +204,7 @@ TEST_F(ColumnSaveTest, ANewColumnsDeletedKeyGetsNoRow) {
     key(dropped, 300, 1);
     dropped->setKeyDeleted(true);
     doc.SaveData();
-    EXPECT_EQ(dropped->Column_Id(), 100);
-    EXPECT_EQ(dropped->PK_Id(), 0);
+    EXPECT_EQ(QList<qint32>({dropped->Column_Id(), dropped->PK_Id()}), QList<qint32>({100, 0}));
     EXPECT_TRUE(query->log.filter("INSERT INTO eds_primarykey").isEmpty());
 }
 
@@ -228,17 +224,15 @@ TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveAndARestoredStateLetsItBeRet
     EXPECT_TRUE(query->log.filter("'Later'").isEmpty()) << "the save went on";
     EXPECT_EQ(app->pointer, DefaultPointer);
     EXPECT_FALSE(columns.Exists("Gone"));
-    EXPECT_EQ(fresh->Column_Id(), 100);
-    EXPECT_EQ(fresh->Field_Id(), 5000);
+    EXPECT_EQ(QList<qint32>({fresh->Column_Id(), fresh->Field_Id()}), QList<qint32>({100, 5000}));
 
     columns.RestoreState(*keyed);
     ASSERT_EQ(columns.Count(), 3);
-    EXPECT_EQ(columns.Item(1), gone); // the same objects, in their order
-    EXPECT_TRUE(gone->ColumnDeleted());
-    EXPECT_EQ(columns.Item("fresh"), fresh);
-    EXPECT_EQ(fresh->Column_Id(), 0);
-    EXPECT_EQ(fresh->Field_Id(), 0);
-    EXPECT_EQ(fresh->Key_Ordinal(), 1);
+    // The same objects, in their order.
+    EXPECT_EQ(std::tuple(columns.Item(1), gone->ColumnDeleted(), columns.Item("fresh")),
+              std::tuple(gone, true, fresh));
+    EXPECT_EQ(QList<qint32>({fresh->Column_Id(), fresh->Field_Id(), fresh->Key_Ordinal()}),
+              QList<qint32>({0, 0, 1}));
 
     columns.RestoreState(*state);
     EXPECT_FALSE(fresh->Is_Key());
@@ -250,8 +244,8 @@ TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirFie
     EXPECT_TRUE(mOrvane::TemplateUseCheck(true, 0));
     ASSERT_EQ(app->msgBoxes.size(), 2);
     // Its text and title are compared where the general tab asks it.
-    EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::YesNo);
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
+              std::tuple(MsgBoxButtons::YesNo, MsgBoxIcon::Critical));
     EXPECT_TRUE(query->log.isEmpty());
 
     app->msgBoxes.clear();
@@ -260,13 +254,12 @@ TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirFie
     query->Answer("PM_TemplateField", {Row{{"TemplateId", 1}}});
     EXPECT_FALSE(mOrvane::TemplateUseCheck(false, 8));
     ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt,
+    EXPECT_EQ(app->msgBoxes[0].prompt + "|" + app->msgBoxes[0].title,
               "This column may not be deleted because it is currently in use in \r\n"
               "one or more templates.  It must be removed from the template(s)\r\n"
-              "before it may be deleted from this document.");
-    EXPECT_EQ(app->msgBoxes[0].title, "");
-    EXPECT_EQ(app->msgBoxes[0].buttons, MsgBoxButtons::OKOnly);
-    EXPECT_EQ(app->msgBoxes[0].icon, MsgBoxIcon::Critical);
+              "before it may be deleted from this document.|");
+    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
+              std::tuple(MsgBoxButtons::OKOnly, MsgBoxIcon::Critical));
 }
 
 } // namespace

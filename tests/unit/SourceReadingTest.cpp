@@ -1,7 +1,6 @@
 #include "orvane/sources/ColumnDetector.h"
 #include "orvane/sources/SourceHead.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 

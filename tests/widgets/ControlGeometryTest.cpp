@@ -9,11 +9,8 @@
 #include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
-#include <QCheckBox>
-#include <QComboBox>
 #include <QFile>
 #include <QLabel>
-#include <QLineEdit>
 #include <QMetaProperty>
 #include <QPluginLoader>
 #include <QTableView>

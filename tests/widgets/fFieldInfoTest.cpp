@@ -46,7 +46,7 @@ protected:
         press("cmdOk");
         EXPECT_EQ(boxes(*app), QStringList{"Critical " + dialog.windowTitle() + ": " + message});
         EXPECT_EQ(QApplication::focusWidget(), focus);
-        EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
+        EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(true, false));
     }
 
     std::shared_ptr<FakeEntity> entity;
@@ -76,18 +76,21 @@ TEST_F(FieldEditorTest, ExistingFieldFillsTheFormFromTheFieldObject) {
         EXPECT_TRUE(child(dialog, name)->isEnabled()) << name;
     for (const char* name : {"txtDescription", "cboTimeAggregator", "cmdOk"})
         EXPECT_FALSE(child(dialog, name)->isEnabled()) << name;
-    EXPECT_EQ(dialog.windowTitle(), " Update Data Source Field CELL: Volume");
-    EXPECT_EQ(box("txtHeadingRow2")->text(), "kB");
-    EXPECT_EQ(list("cboDataType")->currentText(), "String");
-    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Average");
-    EXPECT_EQ(list("cboElementAggregator")->currentText(), "Sum");
+    EXPECT_EQ(
+        QStringList({dialog.windowTitle(), box("txtHeadingRow2")->text(),
+                     list("cboDataType")->currentText(), list("cboTimeAggregator")->currentText(),
+                     list("cboElementAggregator")->currentText(), label("lblExt(2)")->text(),
+                     box("txtExt(1)")->text()}),
+        QStringList({" Update Data Source Field CELL: Volume", "kB", "String", "Average", "Sum",
+                     "Region:", "Acme"}));
     EXPECT_EQ(tech().mask, 5);
-    EXPECT_TRUE(box("txtExt(0)")->isHidden()); // the pairs shown count from 1
-    EXPECT_EQ(dialog.findChild<QLineEdit*>("txtExt(3)"), nullptr);
-    EXPECT_EQ(label("lblExt(2)")->text(), "Region:");
-    EXPECT_EQ(box("txtExt(1)")->text(), "Acme");
+    // The pairs shown count from 1.
+    EXPECT_EQ(std::tuple(box("txtExt(0)")->isHidden(),
+                         dialog.findChild<QLineEdit*>("txtExt(3)") == nullptr),
+              std::tuple(true, true));
     const QFont font = box("txtStyle")->font();
-    EXPECT_TRUE(font.bold() && font.underline() && !font.italic());
+    EXPECT_EQ(std::tuple(font.bold(), font.underline(), font.italic()),
+              std::tuple(true, true, false));
     EXPECT_EQ(box("txtStyle")->palette().color(QPalette::Text), QColor(255, 0, 0));
     EXPECT_FALSE(dialog.Modified());
 }
@@ -139,13 +142,12 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     dictionary->pairs = {{{"Average", "Maximum"}, 31}};
     app->ownerId = 77;
     open(nullptr);
-    EXPECT_EQ(dialog.IAppForm_Name(), "Create New Data Source Field For CELL");
-    EXPECT_EQ(list("cboDataType")->currentText(), "Float");
-    EXPECT_FALSE(list("cboDataType")->isEnabled());
-    EXPECT_EQ(list("cboTimeAggregator")->currentText(), "Sum");
-    EXPECT_TRUE(dialog.IAppForm_IsLoadOk());
-    EXPECT_EQ(tech().initializations, 1);
-    EXPECT_FALSE(dialog.Modified());
+    EXPECT_EQ(QStringList({dialog.IAppForm_Name(), list("cboDataType")->currentText(),
+                           list("cboTimeAggregator")->currentText()}),
+              QStringList({"Create New Data Source Field For CELL", "Float", "Sum"}));
+    EXPECT_EQ(std::tuple(list("cboDataType")->isEnabled(), dialog.IAppForm_IsLoadOk()),
+              std::tuple(false, true));
+    EXPECT_EQ(std::tuple(tech().initializations, dialog.Modified()), std::tuple(1, false));
     press("cmdHelp");
     EXPECT_EQ(app->helpShown, QStringList{"fFieldInfo"});
     tech().check(3);
@@ -166,8 +168,7 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
     retype(box("txtName"), " Drops_1 ");
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.result(), QDialog::Accepted);
+    ASSERT_EQ(std::tuple(dialog.Ok(), dialog.result()), std::tuple(true, QDialog::Accepted));
     const auto& field = static_cast<FakeField&>(*dialog.Field());
     ASSERT_EQ(field.saves.size(), 1);
     const FieldSaveRequest& r = field.saves.at(0);
@@ -178,7 +179,8 @@ TEST_F(FieldEditorTest, ANewFieldRegistersShowsItsTypeAndIsSavedThroughANewField
         QStringList({r.name, r.appGroup, r.kind, r.dataTypeCode, r.heading1, r.heading2,
                      r.description, r.note1, r.note2}),
         QStringList({"Drops_1", "Traffic", "X", "F", "Drops", "", " Dropped calls ", "", ""}));
-    EXPECT_TRUE(before <= r.savedAt && r.savedAt <= QDateTime::currentDateTime());
+    EXPECT_TRUE(before <= r.savedAt && r.savedAt <= QDateTime::currentDateTime())
+        << r.savedAt.toString(Qt::ISODateWithMs).toStdString();
     using Extra = std::pair<QString, QString>;
     EXPECT_EQ(r.extraColumns, QList<Extra>({{"Vendor", ""}, {"Legacy", ""}, {"Region", "North"}}));
 }
@@ -187,9 +189,8 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     dictionary->extraColumns = {{"Vendor", true}};
     open(stored);
     press("cmdOk"); // unchanged: closes without saving
-    EXPECT_FALSE(dialog.isVisible() || dialog.Ok());
-    EXPECT_TRUE(stored->saves.isEmpty());
-    EXPECT_TRUE(query->log.isEmpty());
+    EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(false, false));
+    EXPECT_EQ(std::tuple(stored->saves.size(), query->log), std::tuple(0, QStringList()));
     dialog.show();
     QTest::keyClicks(box("txtExt(1)"), "x");
     EXPECT_TRUE(dialog.Modified());
@@ -203,12 +204,11 @@ TEST_F(FieldEditorTest, AnUnchangedFieldClosesUnsavedAnEditedOneSavesUnderItsId)
     dictionary->chosenStyle = 2;
     dictionary->chosenStyleColour = 0xFF0000;
     QTest::mouseDClick(box("txtStyle"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Modified());
-    EXPECT_TRUE(box("txtStyle")->font().italic());
+    EXPECT_EQ(std::tuple(dialog.Modified(), box("txtStyle")->font().italic()),
+              std::tuple(true, true));
     press("cmdOk");
 
-    ASSERT_TRUE(dialog.Ok());
-    EXPECT_EQ(dialog.Field(), stored);
+    ASSERT_EQ(std::tuple(dialog.Ok(), dialog.Field()), std::tuple(true, stored));
     ASSERT_EQ(stored->saves.size(), 1);
     const FieldSaveRequest& r = stored->saves.at(0);
     EXPECT_EQ(QList<qint32>({r.fieldId, r.technologyMask, r.style, r.styleColour}),
@@ -232,7 +232,7 @@ TEST_F(FieldEditorTest, SaveFailuresKeepTheDialogOpen) {
                            "name.",
                            "Critical Creating new EDS field: Unable to save New "
                            "Field.\r\nORA-00001: unique constraint"}));
-    EXPECT_TRUE(dialog.isVisible() && !dialog.Ok());
+    EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Ok()), std::tuple(true, false));
 }
 
 // Without element aggregation the one list is the aggregator.
@@ -255,8 +255,9 @@ TEST_F(FieldEditorTest, PickingAnInvalidPairSetsTheOtherListToTheSameText) {
     dictionary->pairs = {{{"Average", ""}, 9}};
     open(stored);
     EXPECT_EQ(label("lblTimeAggregator")->text(), "Aggrega&tor:");
-    EXPECT_FALSE(list("cboElementAggregator")->isVisible());
-    EXPECT_FALSE(label("lblElementAggregator")->isVisible());
+    EXPECT_EQ(std::tuple(list("cboElementAggregator")->isVisible(),
+                         label("lblElementAggregator")->isVisible()),
+              std::tuple(false, false));
     retype(box("txtHeadingRow1"), "V");
     press("cmdOk");
     ASSERT_TRUE(dialog.Ok());

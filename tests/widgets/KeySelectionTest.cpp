@@ -1,3 +1,4 @@
+#include "orvane/dialogs/FSelectEntityTree.h"
 #include "orvane/dialogs/frmKeySelector.h"
 #include "orvane/host/OrvaneError.h"
 #include "orvane/model/CDataSourcesColumn.h"
@@ -6,13 +7,88 @@
 #include "tests/widgets/ChildControl.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
 
+// The entity tree and the key field selector that opens it.
 namespace Orvane::Testing {
 namespace {
+
+class FSelectEntityTreeTest : public FakeHostTest {
+protected:
+    FSelectEntityTreeTest() {
+        dictionary->addEntity(3, "Cell", "Cell");
+        dictionary->addEntity(4, "Alarm", "Alarm", false);
+    }
+
+    FakeTemplateTree* tree() { return child<FakeTemplateTree>(dialog, "tpl"); }
+    QComboBox* filter(const char* name) { return child<QComboBox>(dialog, name); }
+    void press(int button) {
+        child<QPushButton>(dialog, QString("cmdButton(%1)").arg(button))->click();
+    }
+
+    // The one message shown, refusing what was picked.
+    void expectRefused(const QString& what) {
+        EXPECT_EQ(boxes(*app), QStringList{"Information Select " + what + ": Selected " + what +
+                                           " is not allowed to be used for external data\r\n"
+                                           "Please select another " +
+                                           what});
+        EXPECT_FALSE(dialog.Ok());
+        app->msgBoxes.clear();
+    }
+
+    FSelectEntityTree dialog;
+};
+
+TEST_F(FSelectEntityTreeTest, EntityModeRefusesAnEntityNotForExternalDataAndClosesWithNoField) {
+    dialog.Initialize("Select Entity for this Data Source", 2, "System", 0);
+    EXPECT_EQ(std::tuple(dialog.EntityOnly(), filter("cboTypeFilter")->isHidden()),
+              std::tuple(true, true));
+    EXPECT_EQ(
+        QString("%1|%2|%3").arg(tree()->showFields).arg(tree()->treeOwner).arg(dialog.width()),
+        "0|system|283");
+    tree()->selectedKey = "4";
+    press(1);
+    expectRefused("Entity");
+    EXPECT_EQ(dialog.FieldCategory(), nullptr);
+
+    tree()->selectedKey = "3";
+    tree()->selectedFields = {std::make_shared<FakeField>(8, "drops")};
+    press(1);
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.result(), dialog.Field() == nullptr),
+              std::tuple(true, QDialog::Accepted, true));
+    EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
+}
+
+TEST_F(FSelectEntityTreeTest,
+       FieldModeWithOnlyAnEntityAsksForAFieldCancelLeavesOkFalseAndAChosenFieldConfirms) {
+    dialog.Initialize("Select Key Field", 0, "Cell", 8);
+    EXPECT_EQ(QString("%1|%2|%3|%4|%5|%6")
+                  .arg(tree()->showFields)
+                  .arg(tree()->selectedItem)
+                  .arg(filter("cboTypeFilter")->currentText(), tree()->fieldTypeFilter)
+                  .arg(filter("cboTechTypeFilter")->count())
+                  .arg(dialog.width()),
+              "1|8|External|X|3|820");
+    tree()->selectedKey = "3";
+    press(1);
+    expectRefused("Field");
+
+    filter("cboTechTypeFilter")->setCurrentText("LTE");
+    EXPECT_EQ(tree()->techTypeFilter, QVariant(2));
+    press(0);
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.result()), std::tuple(false, QDialog::Rejected));
+
+    // Choosing a field in the tree confirms at once.
+    const auto field = std::make_shared<FakeField>(8, "cell_id");
+    tree()->selectedFields = {field};
+    emit tree()->FieldChosen(field, "3");
+    EXPECT_EQ(std::tuple(dialog.Ok(), dialog.Field()), std::tuple(true, field));
+    EXPECT_EQ(dialog.FieldCategory()->Entity_Id(), 3);
+}
 
 const QString RangeMessage = "None Select Key Field: A unique Ordinal between 1 and 500 must be "
                              "chosen.";
@@ -81,7 +157,7 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
         ASSERT_EQ(pressOk(), c.message);
         EXPECT_EQ(QApplication::focusWidget()->objectName(),
                   c.message == NoFieldMessage ? "cmdSelect" : "txtOrdinal");
-        EXPECT_TRUE(dialog.isVisible() && dialog.Cancel());
+        EXPECT_EQ(std::tuple(dialog.isVisible(), dialog.Cancel()), std::tuple(true, true));
     }
 }
 
@@ -89,9 +165,8 @@ TEST_F(KeySelectorTest, OkChecksTheOrdinalThenTheKeyField) {
 TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothing) {
     open(499, 10);
     EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Cell: CellId");
-    EXPECT_EQ(upDown()->value(), 499);
-    EXPECT_EQ(dialog.FieldId(), 10);
-    EXPECT_EQ(dialog.EntityID(), 0);
+    EXPECT_EQ(QList<qint32>({upDown()->value(), dialog.FieldId(), dialog.EntityID()}),
+              QList<qint32>({499, 10, 0}));
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton); // no handler: the tree is cancelled
     EXPECT_EQ(dialog.FieldName(), "Cell: CellId");
     EXPECT_FALSE(button("cmdOk")->isEnabled());
@@ -101,21 +176,18 @@ TEST_F(KeySelectorTest, TheKeyFieldGivenIsShownAndAcceptedAndCancelChangesNothin
     EXPECT_EQ(ordinalBox()->text(), "499");
     QTest::keyClick(ordinalBox(), Qt::Key_Home);
     QTest::keyClick(ordinalBox(), Qt::Key_Delete);
-    EXPECT_EQ(dialog.Ordinal(), 99);
-    EXPECT_EQ(upDown()->value(), 99);
+    EXPECT_EQ(std::tuple(dialog.Ordinal(), upDown()->value()), std::tuple(99, 99));
     typeOrdinal("499");
     upDown()->stepUp();
     upDown()->stepUp();
     EXPECT_EQ(ordinalBox()->text(), "500");
     EXPECT_TRUE(button("cmdOk")->isEnabled());
     EXPECT_EQ(pressOk(), QString());
-    EXPECT_FALSE(dialog.Cancel());
-    EXPECT_EQ(dialog.Ordinal(), 500);
+    EXPECT_EQ(std::tuple(dialog.Cancel(), dialog.Ordinal()), std::tuple(false, 500));
 
     open(2, 10);
     QTest::mouseClick(button("cmdCancel"), Qt::LeftButton);
-    EXPECT_TRUE(dialog.Cancel());
-    EXPECT_FALSE(dialog.isVisible());
+    EXPECT_EQ(std::tuple(dialog.Cancel(), dialog.isVisible()), std::tuple(true, false));
 }
 
 TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
@@ -133,12 +205,11 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     open(2, 10);
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(app->modalShown, QStringList{"FSelectEntityTree"});
-    EXPECT_EQ(widgets->lastTree->mode, 0);
     EXPECT_EQ(widgets->lastTree->loads, QStringList{"CELL|Traffic"});
-    EXPECT_EQ(widgets->lastTree->selectedItem, 10);
+    EXPECT_EQ(QList<qint32>({widgets->lastTree->mode, widgets->lastTree->selectedItem,
+                             dialog.FieldId(), dialog.EntityID()}),
+              QList<qint32>({0, 10, 20, 6}));
     EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
-    EXPECT_EQ(dialog.FieldId(), 20);
-    EXPECT_EQ(dialog.EntityID(), 6);
     EXPECT_TRUE(button("cmdOk")->isEnabled());
 
     app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });
@@ -149,8 +220,8 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     // A failing selection is reported under the caption and keeps the field.
     QTest::mouseClick(button("cmdSelect"), Qt::LeftButton);
     EXPECT_EQ(boxes(*app), QStringList{"Critical Select Key Field: ORA-03113"});
-    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
-    EXPECT_TRUE(dialog.isVisible());
+    EXPECT_EQ(std::tuple(dialog.FieldName(), dialog.isVisible()),
+              std::tuple(QString("Site: SiteId"), true));
 }
 
 } // namespace
