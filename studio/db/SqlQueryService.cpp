@@ -51,20 +51,20 @@ QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool forResul
         return &(unprepared = connection.Run(statement));
     const SqlTokenList tokens = OracleDialectBridge::TranslatedTokens(statement);
     const QString& sent = tokens.Statement();
-    const StatementShape shape(tokens);
+    const StatementShape shape(tokens, kind == SqlBackend::PostgreSQL
+                                           ? StatementShape::Binding::PostgreSQL
+                                           : StatementShape::Binding::Bare);
     if (!shape.HasValues())
         return &(unprepared = connection.Run(sent));
-    const auto numbers = kind == SqlBackend::PostgreSQL ? StatementShape::Numbers::Cast
-                                                        : StatementShape::Numbers::Bare;
     if (forResult)
-        return &connection.RunPrepared(shape.Text(numbers), shape.Values(), sent);
+        return &connection.RunPrepared(shape.Text(), shape.Values(), sent);
     if (kind == SqlBackend::PostgreSQL) {
-        connection.Defer(shape.Text(numbers), shape.Values(), sent);
+        connection.Defer(shape.Text(), shape.Values(), sent);
         return nullptr;
     }
     if (!sqlite)
         sqlite = std::make_unique<SqliteStatements>(connection, PreparedStatements);
-    sqlite->Run(shape.Text(numbers), shape.Values(), sent);
+    sqlite->Run(shape.Text(), shape.Values(), sent);
     return nullptr;
 }
 

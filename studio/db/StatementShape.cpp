@@ -10,7 +10,8 @@ namespace {
 using Word = QLatin1StringView;
 
 // A statement with more values, a long IN list, keeps its text: its shape seldom comes again,
-// and binding its values costs more than the database's reading of them.
+// and binding its values costs more than the database's reading of them. (On PostgreSQL a list
+// of whole numbers is one value.)
 constexpr qsizetype MaxValues = 64;
 
 // =, <>, !=, ^=, <, >, <= or >=, read character by character: every literal asks.
@@ -48,6 +49,18 @@ bool writtenAsItsValue(QStringView text) {
                        [](QChar c) { return c >= u'0' && c <= u'9'; });
 }
 
+// A column's name, qualified or not, that starts its condition, stands before the IN at token in:
+// the list then cannot belong to a larger operand, and `= ANY(...)` in its place means the same.
+bool followsColumn(const SqlTokenList& tokens, qsizetype in) {
+    qsizetype name = in - 1;
+    if (!tokens.IsName(name))
+        return false;
+    if (tokens.IsSymbol(name - 1, Word(".")) && tokens.IsName(name - 2))
+        name -= 2;
+    return tokens.IsSymbol(name - 1, Word("(")) || tokens.IsKeyword(name - 1, Word("WHERE")) ||
+           tokens.IsKeyword(name - 1, Word("AND")) || tokens.IsKeyword(name - 1, Word("OR"));
+}
+
 QString quoted(const QString& text) {
     QString escaped = text;
     escaped.replace(QLatin1Char('\''), QStringLiteral("''"));
@@ -56,8 +69,9 @@ QString quoted(const QString& text) {
 
 } // namespace
 
-StatementShape::StatementShape(const SqlTokenList& tokens)
-    : m_statement(tokens.Statement()) {
+StatementShape::StatementShape(const SqlTokenList& tokens, Binding binding)
+    : m_binding(binding)
+    , m_statement(tokens.Statement()) {
     if (!shapeable(tokens)) {
         keepText();
         return;
@@ -67,20 +81,23 @@ StatementShape::StatementShape(const SqlTokenList& tokens)
     for (qsizetype i = 0; i < tokens.Count(); ++i) {
         if (tokens.IsSymbol(i, Word("("))) {
             open.append(i);
-        } else if (tokens.IsSymbol(i, Word(")"))) {
+            continue;
+        }
+        if (tokens.IsSymbol(i, Word(")"))) {
             if (!open.isEmpty())
                 open.removeLast();
-        } else if (const qsizetype last = literalEnd(tokens, i);
-                   last >= 0 && fixesType(tokens, i, last, open.isEmpty() ? -1 : open.last()) &&
-                   take(tokens, i, last)) {
-            if (m_values.size() > MaxValues) {
-                keepText();
-                return;
-            }
-            m_pieces.append({pieceStart, tokens.Begin(i)});
-            pieceStart = tokens.End(last);
-            i = last;
+            continue;
         }
+        const qsizetype last = valueEnd(tokens, i, open.isEmpty() ? -1 : open.last());
+        if (last < 0)
+            continue;
+        if (m_values.size() > MaxValues) {
+            keepText();
+            return;
+        }
+        m_pieces.append({pieceStart, tokens.Begin(i)});
+        pieceStart = tokens.End(last);
+        i = last;
     }
     m_pieces.append({pieceStart, m_statement.size()});
     // A question mark or colon left in the text, even in a comment, may be taken for a
@@ -96,6 +113,7 @@ StatementShape::StatementShape(const SqlTokenList& tokens)
 void StatementShape::keepText() {
     m_pieces = {{0, m_statement.size()}};
     m_values.clear();
+    m_arrayTypes.clear();
 }
 
 QStringView StatementShape::piece(const Piece& piece) const {
@@ -148,6 +166,49 @@ qsizetype StatementShape::literalEnd(const SqlTokenList& tokens, qsizetype i) {
     return signedNumber ? i + 1 : -1;
 }
 
+// Takes the value that starts at token i, an array or a literal whose type its context fixes
+// (enclosing: the parenthesis around i, -1 when none); its last token, or -1 when none starts at i.
+qsizetype StatementShape::valueEnd(const SqlTokenList& tokens, qsizetype i, qsizetype enclosing) {
+    if (m_binding == Binding::PostgreSQL) {
+        if (const qsizetype last = takeArray(tokens, i); last >= 0)
+            return last;
+    }
+    const qsizetype last = literalEnd(tokens, i);
+    return last >= 0 && fixesType(tokens, i, last, enclosing) && take(tokens, i, last) ? last : -1;
+}
+
+// Takes `IN (1,2,3)` after a column's name, written as Render writes it back, as one array value;
+// returns its closing parenthesis, or -1 when the list is not such a list.
+qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
+    if (!tokens.IsKeyword(in, Word("IN")) || !tokens.IsSymbol(in + 1, Word("(")) ||
+        !followsColumn(tokens, in))
+        return -1;
+    const qsizetype close = tokens.Closing(in + 1);
+    QStringList numbers;
+    bool wide = false;
+    for (qsizetype i = in + 2; i < close; ++i) {
+        const qsizetype last = literalEnd(tokens, i);
+        if (last < 0 || tokens.Kind(last) != SqlTokenKind::Number)
+            return -1;
+        const QStringView text = tokens.Span(i, last);
+        bool ok = false;
+        const qlonglong number = text.toLongLong(&ok);
+        if (!ok || !writtenAsItsValue(text))
+            return -1;
+        wide = wide || !isInt32(number);
+        numbers << text.toString();
+        i = last + 1;
+        if (i < close && !tokens.IsSymbol(i, Word(",")))
+            return -1;
+    }
+    const QString list = numbers.join(QLatin1Char(','));
+    if (numbers.isEmpty() || tokens.Span(in, close) != QStringLiteral("IN (") + list + u')')
+        return -1;
+    m_arrayTypes.insert(m_values.size(), wide ? Word("bigint[]") : Word("integer[]"));
+    m_values << u'{' + list + u'}';
+    return close;
+}
+
 // Takes the literal from first to last as a value, unless its value would not write it back as
 // it stands.
 bool StatementShape::take(const SqlTokenList& tokens, qsizetype first, qsizetype last) {
@@ -167,13 +228,15 @@ bool StatementShape::take(const SqlTokenList& tokens, qsizetype first, qsizetype
     return true;
 }
 
-QString StatementShape::Text(Numbers numbers) const {
+QString StatementShape::Text() const {
     QString text;
     text.reserve(m_statement.size() + 16 * m_values.size());
     text += piece(m_pieces.first());
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
-        if (value.typeId() == QMetaType::QString || numbers == Numbers::Bare)
+        if (const auto array = m_arrayTypes.constFind(i); array != m_arrayTypes.constEnd())
+            text += QStringLiteral("= ANY(CAST(? AS ") + *array + QStringLiteral("))");
+        else if (value.typeId() == QMetaType::QString || m_binding == Binding::Bare)
             text += QLatin1Char('?');
         else if (isInt32(value.toLongLong()))
             text += QStringLiteral("CAST(? AS integer)");
@@ -188,8 +251,12 @@ QString StatementShape::Render() const {
     QString text = piece(m_pieces.first()).toString();
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
-        text += value.typeId() == QMetaType::QString ? quoted(value.toString())
-                                                     : QString::number(value.toLongLong());
+        if (m_arrayTypes.contains(i))
+            text += QStringLiteral("IN (") + value.toString().sliced(1).chopped(1) + u')';
+        else if (value.typeId() == QMetaType::QString)
+            text += quoted(value.toString());
+        else
+            text += QString::number(value.toLongLong());
         text += piece(m_pieces[i + 1]);
     }
     return text;

@@ -30,16 +30,16 @@ namespace {
 }
 
 void checkShape(const QString& statement) {
-    try {
-        const StatementShape shape{SqlTokenList(statement)};
-        if (shape.Render() != statement)
-            fail("a shape does not render back to its statement", statement, shape.Render());
-        if (shape.HasValues() &&
-            shape.Text(StatementShape::Numbers::Bare).count(QLatin1Char('?')) !=
-                shape.Values().size())
-            fail("a shape has not one placeholder per value", statement,
-                 shape.Text(StatementShape::Numbers::Bare));
-    } catch (const Error&) {
+    for (const auto binding :
+         {StatementShape::Binding::Bare, StatementShape::Binding::PostgreSQL}) {
+        try {
+            const StatementShape shape{SqlTokenList(statement), binding};
+            if (shape.Render() != statement)
+                fail("a shape does not render back to its statement", statement, shape.Render());
+            if (shape.HasValues() && shape.Text().count(QLatin1Char('?')) != shape.Values().size())
+                fail("a shape has not one placeholder per value", statement, shape.Text());
+        } catch (const Error&) {
+        }
     }
 }
 

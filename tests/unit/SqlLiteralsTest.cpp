@@ -158,7 +158,7 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
     for (const auto& c : cases) {
         SCOPED_TRACE(c.statement);
         const StatementShape shape{SqlTokenList(QString::fromUtf8(c.statement))};
-        EXPECT_EQ(shape.Text(StatementShape::Numbers::Bare), QString::fromUtf8(c.shape));
+        EXPECT_EQ(shape.Text(), QString::fromUtf8(c.shape));
         // Equal values of another type would bind differently.
         EXPECT_EQ(shape.Values(), c.values);
         for (qsizetype i = 0; i < c.values.size() && i < shape.Values().size(); ++i)
@@ -169,9 +169,26 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
     const StatementShape empty{SqlTokenList(QStringLiteral("SELECT a FROM t WHERE b = ''"))};
     EXPECT_FALSE(empty.Values().value(0).toString().isNull());
     const StatementShape typed{SqlTokenList(QStringLiteral("SELECT a FROM t WHERE b = 1 OR "
-                                                           "c = 3000000000 OR d = 'x'"))};
-    EXPECT_EQ(typed.Text(StatementShape::Numbers::Cast),
+                                                           "c = 3000000000 OR d = 'x'")),
+                               StatementShape::Binding::PostgreSQL};
+    EXPECT_EQ(typed.Text(),
               "SELECT a FROM t WHERE b = CAST(? AS integer) OR c = CAST(? AS bigint) OR d = ?");
+}
+
+// On PostgreSQL a list of whole numbers after a column's name is one array value, so that lists
+// of every length share a shape; a list that is not only such numbers, or whose IN belongs to a
+// larger operand (NOT IN, an expression), is bound item by item.
+TEST(StatementShapeTest, PostgreSqlTakesAColumnsListOfNumbersAsOneArray) {
+    const QString statement = "SELECT a FROM t WHERE (t.k IN (1,-2) OR k IN (3000000000)) AND "
+                              "j IN (4, 5) AND m NOT IN (6) AND n + 1 IN (7) AND s IN (8,'x')";
+    const StatementShape shape{SqlTokenList(statement), StatementShape::Binding::PostgreSQL};
+    EXPECT_EQ(shape.Text(), "SELECT a FROM t WHERE (t.k = ANY(CAST(? AS integer[])) OR k = "
+                            "ANY(CAST(? AS bigint[]))) AND j IN (CAST(? AS integer), CAST(? AS "
+                            "integer)) AND m NOT IN (CAST(? AS integer)) AND n + 1 IN (CAST(? AS "
+                            "integer)) AND s IN (CAST(? AS integer),?)");
+    EXPECT_EQ(shape.Values(),
+              QVariantList({"{1,-2}", "{3000000000}", 4LL, 5LL, 6LL, 7LL, 8LL, "x"}));
+    EXPECT_EQ(shape.Render(), statement);
 }
 
 } // namespace Orvane::Testing
