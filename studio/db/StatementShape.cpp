@@ -184,7 +184,13 @@ qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
         !followsColumn(tokens, in))
         return -1;
     const qsizetype close = tokens.Closing(in + 1);
-    QStringList numbers;
+    if (close <= in + 2 || tokens.Span(in, in + 1) != QLatin1StringView("IN ("))
+        return -1;
+    // Nothing between the tokens: the list is written as its value writes it back.
+    for (qsizetype i = in + 2; i <= close; ++i) {
+        if (tokens.Begin(i) != tokens.End(i - 1))
+            return -1;
+    }
     bool wide = false;
     for (qsizetype i = in + 2; i < close; ++i) {
         const qsizetype last = literalEnd(tokens, i);
@@ -196,16 +202,12 @@ qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
         if (!ok || !writtenAsItsValue(text))
             return -1;
         wide = wide || !isInt32(number);
-        numbers << text.toString();
         i = last + 1;
         if (i < close && !tokens.IsSymbol(i, Word(",")))
             return -1;
     }
-    const QString list = numbers.join(QLatin1Char(','));
-    if (numbers.isEmpty() || tokens.Span(in, close) != QStringLiteral("IN (") + list + u')')
-        return -1;
     m_arrayTypes.insert(m_values.size(), wide ? Word("bigint[]") : Word("integer[]"));
-    m_values << u'{' + list + u'}';
+    m_values << QString(u'{').append(tokens.Span(in + 2, close - 1)).append(u'}');
     return close;
 }
 
