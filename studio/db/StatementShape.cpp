@@ -61,6 +61,15 @@ bool followsColumn(const SqlTokenList& tokens, qsizetype in) {
            tokens.IsKeyword(name - 1, Word("AND")) || tokens.IsKeyword(name - 1, Word("OR"));
 }
 
+// What follows the list's closing parenthesis at token close ends the condition, as what stands
+// before the column starts it.
+bool endsCondition(const SqlTokenList& tokens, qsizetype close) {
+    const qsizetype next = close + 1;
+    return next >= tokens.Count() || tokens.IsSymbol(next, Word(")")) ||
+           tokens.IsKeyword(next, Word("AND")) || tokens.IsKeyword(next, Word("OR")) ||
+           tokens.IsKeyword(next, Word("ORDER")) || tokens.IsKeyword(next, Word("GROUP"));
+}
+
 QString quoted(const QString& text) {
     QString escaped = text;
     escaped.replace(QLatin1Char('\''), QStringLiteral("''"));
@@ -184,7 +193,8 @@ qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
         !followsColumn(tokens, in))
         return -1;
     const qsizetype close = tokens.Closing(in + 1);
-    if (close <= in + 2 || tokens.Span(in, in + 1) != QLatin1StringView("IN ("))
+    if (close <= in + 2 || !endsCondition(tokens, close) ||
+        tokens.Span(in, in + 1) != QLatin1StringView("IN ("))
         return -1;
     // Nothing between the tokens: the list is written as its value writes it back.
     for (qsizetype i = in + 2; i <= close; ++i) {

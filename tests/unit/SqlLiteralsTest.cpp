@@ -176,18 +176,20 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
 }
 
 // On PostgreSQL a list of whole numbers after a column's name is one array value, so that lists
-// of every length share a shape; a list that is not only such numbers, or whose IN belongs to a
-// larger operand (NOT IN, an expression), is bound item by item.
+// of every length share a shape; a list that is not only such numbers without blanks, or whose IN
+// belongs to a larger operand (NOT IN, an expression on either side), is bound item by item.
 TEST(StatementShapeTest, PostgreSqlTakesAColumnsListOfNumbersAsOneArray) {
     const QString statement = "SELECT a FROM t WHERE (t.k IN (1,-2) OR k IN (3000000000)) AND "
-                              "j IN (4, 5) AND m NOT IN (6) AND n + 1 IN (7) AND s IN (8,'x')";
+                              "j IN (4, 5) AND m NOT IN (6) AND n + 1 IN (7) AND s IN (8,'x') "
+                              "AND u IN (9) IS TRUE";
     const StatementShape shape{SqlTokenList(statement), StatementShape::Binding::PostgreSQL};
     EXPECT_EQ(shape.Text(), "SELECT a FROM t WHERE (t.k = ANY(CAST(? AS integer[])) OR k = "
                             "ANY(CAST(? AS bigint[]))) AND j IN (CAST(? AS integer), CAST(? AS "
                             "integer)) AND m NOT IN (CAST(? AS integer)) AND n + 1 IN (CAST(? AS "
-                            "integer)) AND s IN (CAST(? AS integer),?)");
+                            "integer)) AND s IN (CAST(? AS integer),?) AND u IN (CAST(? AS "
+                            "integer)) IS TRUE");
     EXPECT_EQ(shape.Values(),
-              QVariantList({"{1,-2}", "{3000000000}", 4LL, 5LL, 6LL, 7LL, 8LL, "x"}));
+              QVariantList({"{1,-2}", "{3000000000}", 4LL, 5LL, 6LL, 7LL, 8LL, "x", 9LL}));
     EXPECT_EQ(shape.Render(), statement);
 }
 
