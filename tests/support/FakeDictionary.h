@@ -95,8 +95,8 @@ public:
     }
     QStringList TechnologyTypes() override { return technologyTypes; }
     QVariant TechnologyType(const QString& name) override;
-    FieldTextLimits TextLimits() override { return limits; }
-    QStringList AggregatorNames() override { return aggregators; }
+    FieldTextLimits TextLimits() override { return {30, 80, 20, 20}; }
+    QStringList AggregatorNames() override { return {"Sum", "Average", "Maximum"}; }
     bool ElementAggregationOffered() override { return elementAggregation; }
     std::optional<qint32> AggregationPairId(const QString& timeAggregator,
                                             const QString& elementAggregator) override;
@@ -114,9 +114,6 @@ public:
     QList<std::shared_ptr<IField>> registered;
     QStringList technologyTypes{QStringLiteral("All"), QStringLiteral("GSM"),
                                 QStringLiteral("LTE")};
-    FieldTextLimits limits{30, 80, 20, 20};
-    QStringList aggregators{QStringLiteral("Sum"), QStringLiteral("Average"),
-                            QStringLiteral("Maximum")};
     bool elementAggregation = true;
     // Valid (time, element) pairs and their ids; empty means every pair is valid with id 1.
     QMap<std::pair<QString, QString>, qint32> pairs;
@@ -128,16 +125,14 @@ public:
 
 class FakeDocumentType : public IDocumentType {
 public:
-    explicit FakeDocumentType(QString typeName, QString appName = QString(),
-                              QString displayName = QString())
+    explicit FakeDocumentType(QString typeName, QString displayName = QString())
         : typeName(std::move(typeName))
-        , appName(std::move(appName))
         , displayName(std::move(displayName)) {}
     QString TypeName() const override { return typeName; }
-    QString AppName() const override { return appName; }
+    QString AppName() const override { return QString(); }
     QString DisplayName() const override { return displayName; }
 
-    QString typeName, appName, displayName;
+    QString typeName, displayName;
 };
 
 } // namespace Orvane::Testing

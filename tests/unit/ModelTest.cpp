@@ -28,9 +28,9 @@ protected:
 
     std::shared_ptr<FakeEntity> cell;
     std::shared_ptr<FakeDocumentType> ascii =
-        std::make_shared<FakeDocumentType>("ASCII Data Source", "EDS", "ASCII Data Source");
+        std::make_shared<FakeDocumentType>("ASCII Data Source", "ASCII Data Source");
     std::shared_ptr<FakeDocumentType> odbc =
-        std::make_shared<FakeDocumentType>("ODBC Data Source", "EDS", "ODBC Data Source");
+        std::make_shared<FakeDocumentType>("ODBC Data Source", "ODBC Data Source");
 };
 
 TEST_F(DataSourcesDataTest, InitEditReadsTheDocumentRowColumnsAndTheSettingsOfItsType) {
