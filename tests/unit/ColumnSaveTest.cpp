@@ -238,27 +238,19 @@ TEST_F(ColumnSaveTest, AFailingStatementStopsTheSaveAndARestoredStateLetsItBeRet
     EXPECT_FALSE(fresh->Is_Key());
 }
 
-TEST_F(ColumnSaveTest, ColumnsGoOnlyWithTheUsersYesAndWhenNoTemplateUsesTheirField) {
-    app->msgBoxAnswers = {MsgBoxResult::No, MsgBoxResult::Yes};
-    EXPECT_FALSE(mOrvane::TemplateUseCheck(true, 0));
-    EXPECT_TRUE(mOrvane::TemplateUseCheck(true, 0));
-    ASSERT_EQ(app->msgBoxes.size(), 2);
-    // Its text and title are compared where the general tab asks it.
-    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
-              std::tuple(MsgBoxButtons::YesNo, MsgBoxIcon::Critical));
+// The answers of both questions are checked through the general tab and the grid that ask them;
+// here, that the time stamp's question reads no templates and the refusal's own message.
+TEST_F(ColumnSaveTest, TheTimeStampsQuestionReadsNoTemplatesAndATemplatesFieldIsRefused) {
+    mOrvane::TemplateUseCheck(true, 0);
     EXPECT_TRUE(query->log.isEmpty());
-
-    app->msgBoxes.clear();
-    EXPECT_TRUE(mOrvane::TemplateUseCheck(false, 8));
-    EXPECT_TRUE(app->msgBoxes.isEmpty());
     query->Answer("PM_TemplateField", {Row{{"TemplateId", 1}}});
     EXPECT_FALSE(mOrvane::TemplateUseCheck(false, 8));
-    ASSERT_EQ(app->msgBoxes.size(), 1);
-    EXPECT_EQ(app->msgBoxes[0].prompt + "|" + app->msgBoxes[0].title,
+    ASSERT_EQ(app->msgBoxes.size(), 2);
+    EXPECT_EQ(app->msgBoxes[1].prompt + "|" + app->msgBoxes[1].title,
               "This column may not be deleted because it is currently in use in \r\n"
               "one or more templates.  It must be removed from the template(s)\r\n"
               "before it may be deleted from this document.|");
-    EXPECT_EQ(std::tuple(app->msgBoxes[0].buttons, app->msgBoxes[0].icon),
+    EXPECT_EQ(std::tuple(app->msgBoxes[1].buttons, app->msgBoxes[1].icon),
               std::tuple(MsgBoxButtons::OKOnly, MsgBoxIcon::Critical));
 }
 
