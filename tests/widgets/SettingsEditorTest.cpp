@@ -261,18 +261,14 @@ TEST_F(XDataSourcesODBCTest, DefaultsEmptyTheBoxesAndInitializeTrimsTheLogin) {
     EXPECT_EQ(box("txtDB_Server")->text() + "|" + editor.Password(), "srv|tiger");
 }
 
-TEST_F(XDataSourcesODBCTest, EachSettingNotifiesAndReportsOnceAndCopiesIntoTheDocument) {
+// The ODBC document walk checks that each setting reaches the document.
+TEST_F(XDataSourcesODBCTest, EachSettingNotifiesAndReportsOnceAndUncheckingClearsTheFrequency) {
     editor.InitializeDefaults();
     expectTextPropertiesNotify({{"Server", "txtDB_Server"},
                                 {"Database", "txtDB_Database"},
                                 {"Table", "txtDB_Table"},
                                 {"UserId", "txtDB_UserId"},
                                 {"Password", "txtDB_Password"}});
-    CDataSourcesData doc;
-    mOrvane::CopySettingsIntoDocument(editor, doc);
-    EXPECT_EQ(QStringList({doc.Server(), doc.Schema(), doc.Table(), doc.UserId(), doc.Password(),
-                           QString::number(doc.FreqId())}),
-              QStringList(5, "v1 x") << "15");
 
     changes.clear();
     frequency()->setCurrentIndex(1);
