@@ -87,7 +87,7 @@ public:
         return fields.value(fieldId);
     }
     std::shared_ptr<IField> NewField() override { return std::make_shared<FakeField>(); }
-    void RegisterField(const std::shared_ptr<IField>& field) override { registered.append(field); }
+    void RegisterField(const std::shared_ptr<IField>&) override {}
     std::shared_ptr<IEntity> ExternalDataEntity(const QString& category,
                                                 const QString& key) override;
     QString FieldTypeMask(const QString& filterName, const QString&) override {
@@ -111,7 +111,6 @@ public:
     QSet<qint32> externalDataEntities;
     QMap<qint32, std::shared_ptr<FakeField>> fields;
     QStringList fieldIdLists; // every list asked for by FieldsByIds
-    QList<std::shared_ptr<IField>> registered;
     QStringList technologyTypes{QStringLiteral("All"), QStringLiteral("GSM"),
                                 QStringLiteral("LTE")};
     bool elementAggregation = true;
