@@ -87,7 +87,7 @@ public:
         return fields.value(fieldId);
     }
     std::shared_ptr<IField> NewField() override { return std::make_shared<FakeField>(); }
-    void RegisterField(const std::shared_ptr<IField>& field) override { registered.append(field); }
+    void RegisterField(const std::shared_ptr<IField>&) override {}
     std::shared_ptr<IEntity> ExternalDataEntity(const QString& category,
                                                 const QString& key) override;
     QString FieldTypeMask(const QString& filterName, const QString&) override {
@@ -95,8 +95,8 @@ public:
     }
     QStringList TechnologyTypes() override { return technologyTypes; }
     QVariant TechnologyType(const QString& name) override;
-    FieldTextLimits TextLimits() override { return limits; }
-    QStringList AggregatorNames() override { return aggregators; }
+    FieldTextLimits TextLimits() override { return {30, 80, 20, 20}; }
+    QStringList AggregatorNames() override { return {"Sum", "Average", "Maximum"}; }
     bool ElementAggregationOffered() override { return elementAggregation; }
     std::optional<qint32> AggregationPairId(const QString& timeAggregator,
                                             const QString& elementAggregator) override;
@@ -111,12 +111,8 @@ public:
     QSet<qint32> externalDataEntities;
     QMap<qint32, std::shared_ptr<FakeField>> fields;
     QStringList fieldIdLists; // every list asked for by FieldsByIds
-    QList<std::shared_ptr<IField>> registered;
     QStringList technologyTypes{QStringLiteral("All"), QStringLiteral("GSM"),
                                 QStringLiteral("LTE")};
-    FieldTextLimits limits{30, 80, 20, 20};
-    QStringList aggregators{QStringLiteral("Sum"), QStringLiteral("Average"),
-                            QStringLiteral("Maximum")};
     bool elementAggregation = true;
     // Valid (time, element) pairs and their ids; empty means every pair is valid with id 1.
     QMap<std::pair<QString, QString>, qint32> pairs;
@@ -128,16 +124,14 @@ public:
 
 class FakeDocumentType : public IDocumentType {
 public:
-    explicit FakeDocumentType(QString typeName, QString appName = QString(),
-                              QString displayName = QString())
+    explicit FakeDocumentType(QString typeName, QString displayName = QString())
         : typeName(std::move(typeName))
-        , appName(std::move(appName))
         , displayName(std::move(displayName)) {}
     QString TypeName() const override { return typeName; }
-    QString AppName() const override { return appName; }
+    QString AppName() const override { return QString(); }
     QString DisplayName() const override { return displayName; }
 
-    QString typeName, appName, displayName;
+    QString typeName, displayName;
 };
 
 } // namespace Orvane::Testing
