@@ -117,13 +117,16 @@ TEST_F(DataSourcesDataTest, InitNewTakesTheChosenEntityOrIsCancelled) {
 // The rules the commands' and the save's tests do not reach; the others they check.
 TEST(ColumnFlags, EachSetterKeepsTheOtherFlagsConsistentWithoutCascading) {
     CDataSourcesColumn c;
+    c.setFieldDirty(true);
+    EXPECT_TRUE(c.Dirty()) << "a changed field is saved with its column";
     c.setFieldAdded(true);
     c.setFieldDirty(true);
     EXPECT_FALSE(c.FieldAdded());
     c.setColumnDeleted(true);
     EXPECT_FALSE(c.Dirty());
+    c.setDirty(true);
     c.setColumnDeleted(false);
-    EXPECT_FALSE(c.Dirty()) << "clearing a flag changes nothing else";
+    EXPECT_TRUE(c.Dirty()) << "clearing a flag changes nothing else";
     c.setColumnDeleted(true);
     c.setKeyAdded(true);
     EXPECT_TRUE(c.ColumnDeleted()) << "Dirty is set without its own rule";

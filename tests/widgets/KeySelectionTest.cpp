@@ -207,7 +207,7 @@ TEST_F(KeySelectorTest, SelectOpensTheEntityTreeOnTheColumnsEntity) {
     // The tree's mode and the field and entity taken are checked by the grid's key commands.
     EXPECT_EQ(widgets->lastTree->loads, QStringList{"CELL|Traffic"});
     EXPECT_EQ(widgets->lastTree->selectedItem, 10);
-    EXPECT_EQ(dialog.FieldName(), "Site: SiteId");
+    EXPECT_EQ(child<QLineEdit>(dialog, "txtField")->text(), "Site: SiteId");
     EXPECT_TRUE(button("cmdOk")->isEnabled());
 
     app->modalHandlers.push_back([](QDialog&) -> int { throw Error("ORA-03113"); });

@@ -248,6 +248,7 @@ TEST_F(XDataSourcesODBCTest, DefaultsEmptyTheBoxesAndInitializeTrimsTheLogin) {
                                "txtDB_Password"};
     for (const QString& name : names)
         box(name)->setText("old");
+    frequency()->setEnabled(false);
     editor.InitializeDefaults();
     EXPECT_TRUE(frequency()->isEnabled());
     for (const QString& name : names)
