@@ -248,6 +248,7 @@ TEST_F(XDataSourcesODBCTest, DefaultsEmptyTheBoxesAndInitializeTrimsTheLogin) {
                                "txtDB_Password"};
     for (const QString& name : names)
         box(name)->setText("old");
+    timeSeries()->setChecked(true);
     frequency()->setEnabled(false);
     editor.InitializeDefaults();
     EXPECT_TRUE(frequency()->isEnabled());
