@@ -53,7 +53,7 @@ QSqlQuery* SqlQueryService::Private::run(const QString& statement, bool forResul
     const QString& sent = tokens.Statement();
     const StatementShape shape(tokens, kind == SqlBackend::PostgreSQL
                                            ? StatementShape::Binding::PostgreSQL
-                                           : StatementShape::Binding::Bare);
+                                           : StatementShape::Binding::SQLite);
     if (!shape.HasValues())
         return &(unprepared = connection.Run(sent));
     if (forResult)

@@ -10,8 +10,8 @@ namespace {
 using Word = QLatin1StringView;
 
 // A statement with more values, a long IN list, keeps its text: its shape seldom comes again,
-// and binding its values costs more than the database's reading of them. (On PostgreSQL a list
-// of whole numbers is one value.)
+// and binding its values costs more than the database's reading of them. (A list of whole
+// numbers is one value.)
 constexpr qsizetype MaxValues = 64;
 
 // =, <>, !=, ^=, <, >, <= or >=, read character by character: every literal asks.
@@ -81,6 +81,17 @@ QString quoted(const QString& text) {
 StatementShape::StatementShape(const SqlTokenList& tokens, Binding binding)
     : m_binding(binding)
     , m_statement(tokens.Statement()) {
+    shape(tokens);
+    if (m_binding == Binding::SQLite && m_lists.size() > 1) {
+        m_takeLists = false;
+        m_pieces.clear();
+        m_values.clear();
+        m_lists.clear();
+        shape(tokens);
+    }
+}
+
+void StatementShape::shape(const SqlTokenList& tokens) {
     if (!shapeable(tokens)) {
         keepText();
         return;
@@ -122,7 +133,7 @@ StatementShape::StatementShape(const SqlTokenList& tokens, Binding binding)
 void StatementShape::keepText() {
     m_pieces = {{0, m_statement.size()}};
     m_values.clear();
-    m_arrayTypes.clear();
+    m_lists.clear();
 }
 
 QStringView StatementShape::piece(const Piece& piece) const {
@@ -175,20 +186,20 @@ qsizetype StatementShape::literalEnd(const SqlTokenList& tokens, qsizetype i) {
     return signedNumber ? i + 1 : -1;
 }
 
-// Takes the value that starts at token i, an array or a literal whose type its context fixes
+// Takes the value that starts at token i, a list or a literal whose type its context fixes
 // (enclosing: the parenthesis around i, -1 when none); its last token, or -1 when none starts at i.
 qsizetype StatementShape::valueEnd(const SqlTokenList& tokens, qsizetype i, qsizetype enclosing) {
-    if (m_binding == Binding::PostgreSQL) {
-        if (const qsizetype last = takeArray(tokens, i); last >= 0)
+    if (m_takeLists) {
+        if (const qsizetype last = takeList(tokens, i); last >= 0)
             return last;
     }
     const qsizetype last = literalEnd(tokens, i);
     return last >= 0 && fixesType(tokens, i, last, enclosing) && take(tokens, i, last) ? last : -1;
 }
 
-// Takes `IN (1,2,3)` after a column's name, written as Render writes it back, as one array value;
+// Takes `IN (1,2,3)` after a column's name, written as Render writes it back, as one value;
 // returns its closing parenthesis, or -1 when the list is not such a list.
-qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
+qsizetype StatementShape::takeList(const SqlTokenList& tokens, qsizetype in) {
     if (!tokens.IsKeyword(in, Word("IN")) || !tokens.IsSymbol(in + 1, Word("(")) ||
         !followsColumn(tokens, in))
         return -1;
@@ -216,8 +227,15 @@ qsizetype StatementShape::takeArray(const SqlTokenList& tokens, qsizetype in) {
         if (i < close && !tokens.IsSymbol(i, Word(",")))
             return -1;
     }
-    m_arrayTypes.insert(m_values.size(), wide ? Word("bigint[]") : Word("integer[]"));
-    m_values << QString(u'{').append(tokens.Span(in + 2, close - 1)).append(u'}');
+    const QStringView numbers = tokens.Span(in + 2, close - 1);
+    if (m_binding == Binding::PostgreSQL) {
+        m_lists.insert(m_values.size(), wide ? QStringLiteral("= ANY(CAST(? AS bigint[]))")
+                                             : QStringLiteral("= ANY(CAST(? AS integer[]))"));
+        m_values << QString(u'{').append(numbers).append(u'}');
+    } else {
+        m_lists.insert(m_values.size(), QStringLiteral("IN (SELECT value FROM json_each(?))"));
+        m_values << QString(u'[').append(numbers).append(u']');
+    }
     return close;
 }
 
@@ -246,9 +264,9 @@ QString StatementShape::Text() const {
     text += piece(m_pieces.first());
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
-        if (const auto array = m_arrayTypes.constFind(i); array != m_arrayTypes.constEnd())
-            text += QStringLiteral("= ANY(CAST(? AS ") + *array + QStringLiteral("))");
-        else if (value.typeId() == QMetaType::QString || m_binding == Binding::Bare)
+        if (const auto list = m_lists.constFind(i); list != m_lists.constEnd())
+            text += *list;
+        else if (value.typeId() == QMetaType::QString || m_binding == Binding::SQLite)
             text += QLatin1Char('?');
         else if (isInt32(value.toLongLong()))
             text += QStringLiteral("CAST(? AS integer)");
@@ -263,7 +281,7 @@ QString StatementShape::Render() const {
     QString text = piece(m_pieces.first()).toString();
     for (qsizetype i = 0; i < m_values.size(); ++i) {
         const QVariant& value = m_values[i];
-        if (m_arrayTypes.contains(i))
+        if (m_lists.contains(i))
             text += QStringLiteral("IN (") + value.toString().sliced(1).chopped(1) + u')';
         else if (value.typeId() == QMetaType::QString)
             text += quoted(value.toString());

@@ -31,7 +31,7 @@ namespace {
 
 void checkShape(const QString& statement) {
     for (const auto binding :
-         {StatementShape::Binding::Bare, StatementShape::Binding::PostgreSQL}) {
+         {StatementShape::Binding::SQLite, StatementShape::Binding::PostgreSQL}) {
         try {
             const StatementShape shape{SqlTokenList(statement), binding};
             if (shape.Render() != statement)

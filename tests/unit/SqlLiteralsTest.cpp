@@ -128,7 +128,7 @@ TEST(DatabaseSchemaTest, ScriptsSplitAtSemicolonsOutsideQuotesCommentsAndBodies)
 TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
     const struct {
         const char* statement;
-        const char* shape; // numbers bare
+        const char* shape; // on SQLite
         QVariantList values;
     } cases[]{
         {"INSERT INTO t (a,b,c)VALUES(12,'it''s','')",
@@ -147,8 +147,11 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
          "SELECT a FROM t WHERE x = 5 + 1 AND y = - 2 AND z = 3 -4 AND 'a' = b",
          {}},
         {"UPDATE t SET p = -2 WHERE k IN (-1,-3000000000) AND q >= -0",
-         "UPDATE t SET p = ? WHERE k IN (?,?) AND q >= -0",
-         {-2LL, -1LL, -3000000000LL}},
+         "UPDATE t SET p = ? WHERE k IN (SELECT value FROM json_each(?)) AND q >= -0",
+         {-2LL, "[-1,-3000000000]"}},
+        {"SELECT a FROM t WHERE k IN (1,2) OR k IN (3)",
+         "SELECT a FROM t WHERE k IN (?,?) OR k IN (?)",
+         {1LL, 2LL, 3LL}},
         {"SELECT a FROM t WHERE x = 1 -- why?", "SELECT a FROM t WHERE x = 1 -- why?", {}},
         {"SELECT a FROM t WHERE x = 1; DELETE FROM t",
          "SELECT a FROM t WHERE x = 1; DELETE FROM t",
@@ -157,7 +160,8 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.statement);
-        const StatementShape shape{SqlTokenList(QString::fromUtf8(c.statement))};
+        const StatementShape shape{SqlTokenList(QString::fromUtf8(c.statement)),
+                                   StatementShape::Binding::SQLite};
         EXPECT_EQ(shape.Text(), QString::fromUtf8(c.shape));
         // Equal values of another type would bind differently.
         EXPECT_EQ(shape.Values(), c.values);
@@ -166,7 +170,8 @@ TEST(StatementShapeTest, BindsOnlyLiteralsTheContextTypesAndRendersBack) {
         EXPECT_EQ(shape.Render(), QString::fromUtf8(c.statement));
     }
     // An empty text must not bind as NULL, which drivers make of a null string.
-    const StatementShape empty{SqlTokenList(QStringLiteral("SELECT a FROM t WHERE b = ''"))};
+    const StatementShape empty{SqlTokenList(QStringLiteral("SELECT a FROM t WHERE b = ''")),
+                               StatementShape::Binding::SQLite};
     EXPECT_FALSE(empty.Values().value(0).toString().isNull());
     const StatementShape typed{SqlTokenList(QStringLiteral("SELECT a FROM t WHERE b = 1 OR "
                                                            "c = 3000000000 OR d = 'x'")),
